@@ -1,0 +1,75 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "core/design_state.h"
+#include "core/reporter.h"
+
+namespace varo {
+
+// Derives omega, the pi-section Q split, the five reactances and the five component values from
+// the inputs. On an arithmetic fault it closes all files, raises piQ to
+// Int(sqrt(plateR/intermediateR) + 1), reports, and returns normally. Returns false after a fault.
+bool ComponentCalculations(DesignState& state, Reporter& reporter);
+
+// Lays the network out as the analysis ladder and sets the sweep and graph settings.
+void SetupLadder(DesignState& state);
+
+// Sets piPhase and lPhase by analysing each section alone at the operating frequency. Leaves the
+// ladder holding the L section only; the next SetupLadder rewrites it. Throws ArithmeticFault
+// (with the inputs restored) if the analysis faults.
+void ComputeSectionPhases(DesignState& state);
+
+// One analysis of the ladder at one frequency.
+struct LadderResult {
+    float transmissionPhase = 0;
+    float transmissionDb = 0;
+    float returnDb = 0;
+    float vswr = 0;
+    float zMagnitude = 0;
+    float zAngle = 0;  // negative of the usual impedance angle, except when Re(Zin) is 0
+};
+
+// Analyses the ladder at `frequency`. With elementCount 0 the result is left untouched. Throws
+// ArithmeticFault; it has no handler of its own.
+void AnalyzeLadder(const DesignState& state, float previousFrequency, float previousPhase,
+                   float frequency, LadderResult& result);
+
+// Fills the sweep arrays over sweepStart..sweepStop. On a fault it reports "Sweep error checker"
+// and returns false, the arrays keeping what was stored before the fault.
+bool SweepRoutine(DesignState& state, Reporter& reporter);
+
+// ---- Stresses ------------------------------------------------------------------------------
+
+// Component voltages and capacitor currents at rfPower. Throws ArithmeticFault (a zero
+// capacitance makes the reactance a division by zero).
+void ComputeStresses(DesignState& state, Reporter& reporter);
+
+// A text and where the design screen places it (its logical coordinates).
+struct PlacedText {
+    std::string text;
+    int x = 0;
+    int y = 0;
+    bool operator==(const PlacedText&) const = default;
+};
+
+struct StressDisplay {
+    float iL1 = 0;
+    float iL2 = 0;
+    float totalPhase = 0;
+    std::vector<PlacedText> texts;  // stress texts, total phase, explanatory block, in order
+};
+
+// The explanatory block: three stress lines from the top (shown only with RF power), then the
+// four generator lines, always at the same place; the last ("impedance here:") stands at
+// kGeneratorEntryY so the screen can put the generator entry beside it.
+inline constexpr int kExplanationX = 8000;
+inline constexpr int kExplanationTopY = 5700;
+inline constexpr int kExplanationLineStep = 200;
+inline constexpr int kGeneratorEntryY = kExplanationTopY + 6 * kExplanationLineStep;
+
+// Runs ComputeStresses, then the inductor currents, and returns the texts to show.
+StressDisplay ShowStresses(DesignState& state, Reporter& reporter);
+
+}  // namespace varo

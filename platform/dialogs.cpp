@@ -1,0 +1,37 @@
+#include "platform/dialogs.h"
+
+#include <algorithm>
+
+namespace varo {
+
+void ScriptedDialogs::ShowMessage(std::string_view text, std::string_view title,
+                                  MessageIcon icon) {
+    Event event{Event::Kind::Message, std::string(text),
+                std::string(title.empty() ? kProgramTitle : title), icon, {}};
+    events_.push_back(std::move(event));
+}
+
+void ScriptedDialogs::Beep() { events_.push_back(Event{Event::Kind::Beep, {}, {}, {}, {}}); }
+
+std::optional<std::string> ScriptedDialogs::AskSaveFileName(const SaveDialogRequest& request) {
+    events_.push_back(Event{Event::Kind::SaveDialog, request.title, {}, {}, request});
+    if (saveAnswers_.empty()) return std::nullopt;
+    auto answer = std::move(saveAnswers_.front());
+    saveAnswers_.pop_front();
+    return answer;
+}
+
+std::vector<std::string> ScriptedDialogs::messages() const {
+    std::vector<std::string> texts;
+    for (const auto& event : events_)
+        if (event.kind == Event::Kind::Message) texts.push_back(event.text);
+    return texts;
+}
+
+int ScriptedDialogs::beeps() const {
+    return static_cast<int>(std::count_if(events_.begin(), events_.end(), [](const Event& e) {
+        return e.kind == Event::Kind::Beep;
+    }));
+}
+
+}  // namespace varo

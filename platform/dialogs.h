@@ -1,0 +1,79 @@
+#pragma once
+
+#include <deque>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/reporter.h"
+
+namespace varo {
+
+// The program's name: the default title of every message box.
+inline constexpr std::string_view kProgramTitle = "VARO";
+
+struct SaveDialogRequest {
+    std::string title;
+    std::string filter;  // "Description (*.EXT)|*.EXT" as the program writes it
+    int filterIndex = 1;
+    std::string proposedName;
+    bool overwritePrompt = false;
+    bool operator==(const SaveDialogRequest&) const = default;
+};
+
+// Every message box, beep and save dialog goes through this, so tests can answer them.
+class Dialogs {
+public:
+    virtual ~Dialogs() = default;
+    // A message box with only an OK button; an empty title means kProgramTitle.
+    virtual void ShowMessage(std::string_view text, std::string_view title = {},
+                             MessageIcon icon = MessageIcon::None) = 0;
+    virtual void Beep() = 0;
+    // The chosen path, or nothing when the user cancelled.
+    virtual std::optional<std::string> AskSaveFileName(const SaveDialogRequest& request) = 0;
+};
+
+// Test double: records every message, beep and dialog in order, and answers save dialogs from a
+// queue (an empty queue answers "cancelled").
+class ScriptedDialogs : public Dialogs {
+public:
+    struct Event {
+        enum class Kind { Message, Beep, SaveDialog } kind;
+        std::string text;   // message text, or the dialog's title
+        std::string title;  // message title as shown (kProgramTitle when none was given)
+        MessageIcon icon = MessageIcon::None;
+        SaveDialogRequest request;
+    };
+
+    void ShowMessage(std::string_view text, std::string_view title = {},
+                     MessageIcon icon = MessageIcon::None) override;
+    void Beep() override;
+    std::optional<std::string> AskSaveFileName(const SaveDialogRequest& request) override;
+
+    void AnswerNextSave(std::optional<std::string> path) { saveAnswers_.push_back(std::move(path)); }
+
+    const std::vector<Event>& events() const { return events_; }
+    std::vector<std::string> messages() const;  // message texts only, in order
+    int beeps() const;
+    void clear() { events_.clear(); }
+
+private:
+    std::vector<Event> events_;
+    std::deque<std::optional<std::string>> saveAnswers_;
+};
+
+// Routes the engine's reports to the dialogs, and its "close all open files" to a callback.
+class DialogReporter : public Reporter {
+public:
+    explicit DialogReporter(Dialogs& dialogs) : dialogs_(dialogs) {}
+    void ShowMessage(std::string_view text, std::string_view title = {},
+                     MessageIcon icon = MessageIcon::None) override {
+        dialogs_.ShowMessage(text, title, icon);
+    }
+
+private:
+    Dialogs& dialogs_;
+};
+
+}  // namespace varo
