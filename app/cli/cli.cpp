@@ -1,0 +1,51 @@
+#include "app/cli/cli.h"
+
+#include "app/cli/arguments.h"
+#include "app/cli/commands.h"
+
+namespace varo::cli {
+
+namespace {
+
+const char* const kOverview =
+    "usage: varo-cli <command> [options]\n"
+    "commands:\n"
+    "  design       design a pi-L network and analyse it (varo-cli design --help)\n"
+    "  plate-load   plate load from peak swing, power and class\n"
+    "  coil         single-layer coil winding for an inductance\n";
+
+struct Command {
+    const char* name;
+    const char* usage;
+    int (*run)(const std::vector<std::string>&, std::ostream&, std::ostream&);
+};
+
+const Command kCommands[] = {{"design", kDesignUsage, RunDesign},
+                             {"plate-load", kPlateLoadUsage, RunPlateLoad},
+                             {"coil", kCoilUsage, RunCoil}};
+
+int UsageMistake(const std::string& reason, const char* usage, std::ostream& err) {
+    err << "varo-cli: " << reason << "\n" << usage;
+    return 2;
+}
+
+}  // namespace
+
+int Run(const std::vector<std::string>& words, std::ostream& out, std::ostream& err) {
+    if (words.empty()) return UsageMistake("no command given", kOverview, err);
+    if (words[0] == "--help" || words[0] == "-h") {
+        out << kOverview;
+        return 0;
+    }
+    for (const auto& command : kCommands) {
+        if (words[0] != command.name) continue;
+        try {
+            return command.run({words.begin() + 1, words.end()}, out, err);
+        } catch (const UsageError& mistake) {
+            return UsageMistake(mistake.what(), command.usage, err);
+        }
+    }
+    return UsageMistake("unknown command '" + words[0] + "'", kOverview, err);
+}
+
+}  // namespace varo::cli

@@ -1,0 +1,37 @@
+#include "app/cli/cli_dialogs.h"
+
+namespace varo::cli {
+
+namespace {
+
+// A terminal shows a message's CR LF line breaks as plain line ends.
+std::string ForTerminal(std::string_view text) {
+    std::string shown;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] == '\r' && i + 1 < text.size() && text[i + 1] == '\n') continue;
+        shown += text[i];
+    }
+    return shown;
+}
+
+}  // namespace
+
+void CliDialogs::ShowMessage(std::string_view text, std::string_view title, MessageIcon) {
+    messages_.emplace_back(text);
+    if (!title.empty()) err_ << title << ": ";
+    err_ << ForTerminal(text) << '\n';
+}
+
+void CliDialogs::Beep() {
+    ++beeps_;
+    err_ << '\a' << std::flush;
+}
+
+std::optional<std::string> CliDialogs::AskSaveFileName(const SaveDialogRequest&) {
+    if (saveAnswers_.empty()) return std::nullopt;
+    std::string path = std::move(saveAnswers_.front());
+    saveAnswers_.pop_front();
+    return path;
+}
+
+}  // namespace varo::cli

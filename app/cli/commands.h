@@ -1,0 +1,18 @@
+#pragma once
+
+#include <ostream>
+#include <string>
+#include <vector>
+
+namespace varo::cli {
+
+extern const char* const kDesignUsage;
+extern const char* const kPlateLoadUsage;
+extern const char* const kCoilUsage;
+
+// Each returns the exit status; a usage mistake throws UsageError.
+int RunDesign(const std::vector<std::string>& words, std::ostream& out, std::ostream& err);
+int RunPlateLoad(const std::vector<std::string>& words, std::ostream& out, std::ostream& err);
+int RunCoil(const std::vector<std::string>& words, std::ostream& out, std::ostream& err);
+
+}  // namespace varo::cli

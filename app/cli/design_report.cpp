@@ -1,0 +1,174 @@
+#include "app/cli/design_report.h"
+
+#include <algorithm>
+#include <cstdio>
+
+#include "app/cli/json_writer.h"
+#include "core/fault.h"
+#include "core/numtext.h"
+
+namespace varo::cli {
+
+std::vector<HarmonicRow> AnalyzeHarmonics(DesignState& state, Reporter& reporter) {
+    std::vector<HarmonicRow> rows;
+    ComponentCalculations(state, reporter);
+    SetupLadder(state);
+    try {
+        for (int n = 1; n <= 5; ++n) {
+            HarmonicRow row;
+            row.n = n;
+            row.frequency = StoreSingle(static_cast<double>(n) * state.frequency);
+            state.analysisFrequency = row.frequency;
+            AnalyzeLadder(state, 0.0f, 0.0f, row.frequency, row.result);
+            row.zAngle = -row.result.zAngle;
+            rows.push_back(row);
+        }
+    } catch (const ArithmeticFault&) {
+        // The sweep has already told the user; the table simply ends here.
+    }
+    return rows;
+}
+
+namespace {
+
+std::string Padded(const std::string& label, const std::string& value) {
+    std::string line = label;
+    if (line.size() < 26) line.append(26 - line.size(), ' ');
+    return line + value + "\n";
+}
+
+std::string InputsSection(const DesignState& s) {
+    return "Inputs\n" + Padded("  Frequency (Hz):", FormatHz(s.frequency)) +
+           Padded("  Plate load (ohms):", FormatNumber(s.plateR)) +
+           Padded("  Intermediate (ohms):", FormatNumber(s.intermediateR)) +
+           Padded("  Load (ohms):", FormatNumber(s.loadR)) +
+           Padded("  Pi-section Q:", FormatNumber(s.piQ)) +
+           Padded("  Peak plate swing (V):", FormatNumber(s.peakSwing)) +
+           Padded("  RF power (W):", FormatNumber(s.rfPower)) +
+           Padded("  Generator (ohms):", FormatNumber(StoreSingle(
+                                             static_cast<double>(s.genMultiplier) * s.plateR)));
+}
+
+std::string ComponentsSection(const DesignState& s) {
+    return "Reactances (ohms)\n" + Padded("  XC1:", FormatNumber(s.xC1)) +
+           Padded("  XL1:", FormatNumber(s.xL1)) + Padded("  XC2:", FormatNumber(s.xC2)) +
+           Padded("  XL2:", FormatNumber(s.xL2)) + Padded("  XC3:", FormatNumber(s.xC3)) +
+           "Components\n" + Padded("  C1:", FormatFarad(s.C1)) +
+           Padded("  L1:", FormatHenry(s.L1)) + Padded("  C2:", FormatFarad(s.C2)) +
+           Padded("  L2:", FormatHenry(s.L2)) + Padded("  C3:", FormatFarad(s.C3)) +
+           "Phases\n" + Padded("  Pi section:", FormatNumber(s.piPhase) + "deg.") +
+           Padded("  L section:", FormatNumber(s.lPhase) + "deg.");
+}
+
+std::string StressSection(const StressDisplay& stresses) {
+    std::string text = "Stresses and notes\n";
+    for (const auto& placed : stresses.texts) text += "  " + placed.text + "\n";
+    return text;
+}
+
+std::string HarmonicSection(const std::vector<HarmonicRow>& rows) {
+    std::string text = "Harmonics\n";
+    char line[200];
+    static const char* const kLabels[] = {"", "Fund", "2nd", "3rd", "4th", "5th"};
+    std::snprintf(line, sizeof line, "  %-5s %-12s %12s %10s %12s %10s %14s %10s\n", "",
+                  "Frequency", "Trans. (dB)", "Angle", "Return (dB)", "VSWR", "|Zin| (ohms)",
+                  "Z angle");
+    text += line;
+    for (const auto& row : rows) {
+        std::snprintf(line, sizeof line, "  %-5s %-12s %12s %10s %12s %10s %14s %10s\n",
+                      kLabels[row.n],
+                      FormatHz(row.frequency).c_str(),
+                      FormatNumber(row.result.transmissionDb).c_str(),
+                      FormatNumber(row.result.transmissionPhase).c_str(),
+                      FormatNumber(row.result.returnDb).c_str(),
+                      FormatNumber(row.result.vswr).c_str(),
+                      FormatNumber(row.result.zMagnitude).c_str(),
+                      FormatNumber(row.zAngle).c_str());
+        text += line;
+    }
+    return text;
+}
+
+}  // namespace
+
+std::string DesignReportText(const DesignOutcome& outcome) {
+    const DesignState& s = *outcome.state;
+    return InputsSection(s) + ComponentsSection(s) + StressSection(outcome.stresses) +
+           HarmonicSection(outcome.harmonics);
+}
+
+std::string DesignJson(const DesignOutcome& outcome) {
+    const DesignState& s = *outcome.state;
+    JsonWriter json;
+    json.BeginObject()
+        .BeginObject("inputs")
+        .Number("frequency", s.frequency)
+        .Number("plateR", s.plateR)
+        .Number("intermediateR", s.intermediateR)
+        .Number("loadR", s.loadR)
+        .Number("piQ", s.piQ)
+        .Number("peakSwing", s.peakSwing)
+        .Number("rfPower", s.rfPower)
+        .Number("genMultiplier", s.genMultiplier)
+        .EndObject();
+    json.BeginArray("messages");
+    for (const auto& message : outcome.messages) json.String({}, message);
+    json.EndArray();
+    json.BeginObject("derived")
+        .Number("omega", s.omega)
+        .Number("inputQ", s.inputQ)
+        .Number("outputQ", s.outputQ)
+        .Number("xC1", s.xC1)
+        .Number("xL1", s.xL1)
+        .Number("xC2", s.xC2)
+        .Number("xL2", s.xL2)
+        .Number("xC3", s.xC3)
+        .Number("C1", s.C1)
+        .Number("L1", s.L1)
+        .Number("C2", s.C2)
+        .Number("L2", s.L2)
+        .Number("C3", s.C3)
+        .Number("piPhase", s.piPhase)
+        .Number("lPhase", s.lPhase)
+        .EndObject();
+    json.BeginObject("stresses")
+        .Number("vPlate", s.vPlate)
+        .Number("vMid", s.vMid)
+        .Number("vLoad", s.vLoad)
+        .Number("iC1", s.iC1)
+        .Number("iC2", s.iC2)
+        .Number("iC3", s.iC3)
+        .Number("iL1", outcome.stresses.iL1)
+        .Number("iL2", outcome.stresses.iL2)
+        .EndObject();
+    json.BeginArray("harmonics");
+    for (const auto& row : outcome.harmonics) {
+        json.BeginObject()
+            .Integer("n", row.n)
+            .Number("frequency", row.frequency)
+            .Number("transmissionDb", row.result.transmissionDb)
+            .Number("phase", row.result.transmissionPhase)
+            .Number("returnDb", row.result.returnDb)
+            .Number("vswr", row.result.vswr)
+            .Number("zMagnitude", row.result.zMagnitude)
+            .Number("zAngle", row.zAngle)
+            .EndObject();
+    }
+    json.EndArray();
+    json.EndObject();
+    return json.text();
+}
+
+std::string SweepCsv(const DesignState& s) {
+    std::string csv = "frequency,transmission,phase,return,vswr,zMagnitude,zAngle\n";
+    const int last = std::min<int>(s.sweepIntervals, kSweepPoints - 1);
+    for (int i = 0; i <= last; ++i) {
+        csv += JsonNumber(s.sweepFrequency[i]) + "," + JsonNumber(s.sweepTransmission[i]) + "," +
+               JsonNumber(s.sweepPhase[i]) + "," + JsonNumber(s.sweepReturn[i]) + "," +
+               JsonNumber(s.sweepVswr[i]) + "," + JsonNumber(s.sweepZMagnitude[i]) + "," +
+               JsonNumber(s.sweepZAngle[i]) + "\n";
+    }
+    return csv;
+}
+
+}  // namespace varo::cli

@@ -1,0 +1,84 @@
+#include "app/cli/arguments.h"
+#include "app/cli/cli_dialogs.h"
+#include "app/cli/commands.h"
+#include "app/cli/json_writer.h"
+#include "core/numtext.h"
+#include "tools/loadhelp/plate_load.h"
+
+namespace varo::cli {
+
+namespace {
+
+const OptionSpec kPlateLoadOptions{{"--swing", "--power", "--class"}, {"--json", "--help"}};
+
+ClassOption ClassOptionNamed(const std::optional<std::string>& name) {
+    if (!name) return ClassOption::None;
+    if (*name == "A") return ClassOption::ClassA;
+    if (*name == "AB") return ClassOption::ClassAB;
+    if (*name == "B") return ClassOption::ClassB;
+    if (*name == "C") return ClassOption::ClassC;
+    throw UsageError("unknown class '" + *name + "' (use A, AB, B or C)");
+}
+
+// The helper screen's entries and labels, held as texts.
+class TextLoadHelpForm : public LoadHelpForm {
+public:
+    TextLoadHelpForm(std::string voltage, std::string power, ClassOption option)
+        : voltage_(std::move(voltage)), power_(std::move(power)), option_(option) {}
+    std::string VoltageText() const override { return voltage_; }
+    void SetVoltageText(std::string_view text) override { voltage_ = text; }
+    std::string PowerText() const override { return power_; }
+    void SetPowerText(std::string_view text) override { power_ = text; }
+    ClassOption SelectedClass() const override { return option_; }
+    void ClearClassSelection() override { option_ = ClassOption::None; }
+    void SetCurrentLoadText(std::string_view) override {}
+    void SetNewLoadText(std::string_view text) override { newLoad_ = text; }
+    const std::string& newLoadText() const { return newLoad_; }
+
+private:
+    std::string voltage_, power_, newLoad_;
+    ClassOption option_;
+};
+
+}  // namespace
+
+const char* const kPlateLoadUsage =
+    "usage: varo-cli plate-load --swing T --power T [--class A|AB|B|C] [--json]\n"
+    "  The plate load for a peak plate swing (volts) and an RF power (watts) in a class of\n"
+    "  operation (none given: K = 2).\n";
+
+int RunPlateLoad(const std::vector<std::string>& words, std::ostream& out, std::ostream& err) {
+    const Arguments args = Arguments::Parse(words, kPlateLoadOptions);
+    if (args.Flag("--help")) {
+        out << kPlateLoadUsage;
+        return 0;
+    }
+    TextLoadHelpForm form(args.Required("--swing"), args.Required("--power"),
+                          ClassOptionNamed(args.Value("--class")));
+    DesignState state;
+    InitialiseConstants(state);
+    LoadHelpState help;
+    CliDialogs dialogs(err);
+    RecalculateLoad(state, help, form, dialogs);
+
+    if (!args.Flag("--json")) {
+        out << "Peak plate swing, volts: " << form.VoltageText() << "\n"
+            << "RF power, RMS watts: " << form.PowerText() << "\n"
+            << "Class factor K: " << PlainText(help.classFactor) << "\n"
+            << form.newLoadText() << "\n";
+        return 0;
+    }
+    JsonWriter json;
+    json.BeginObject()
+        .Number("peakSwing", state.peakSwing)
+        .Number("rfPower", state.rfPower)
+        .Number("classFactor", help.classFactor)
+        .Number("newPlateLoad", help.newPlateLoad)
+        .BeginArray("messages");
+    for (const auto& message : dialogs.messages()) json.String({}, message);
+    json.EndArray().EndObject();
+    out << json.text();
+    return 0;
+}
+
+}  // namespace varo::cli

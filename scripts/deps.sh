@@ -1,0 +1,14 @@
+#!/bin/sh
+# Installs what VARO needs to build, test and run on Debian 12 (as root, or through sudo).
+set -eu
+SUDO=""
+if [ "$(id -u)" != "0" ]; then SUDO="sudo"; fi
+PACKAGES="g++ cmake ninja-build qt6-base-dev libgl-dev libgtest-dev libgmock-dev libbenchmark-dev fonts-liberation2 fonts-dejavu-core"
+missing=""
+for p in $PACKAGES; do
+  dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing="$missing $p"
+done
+if [ -n "$missing" ]; then
+  $SUDO apt-get update
+  $SUDO env DEBIAN_FRONTEND=noninteractive apt-get install -y --no-install-recommends $missing
+fi
