@@ -1,0 +1,261 @@
+#include "export/ltspice.h"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "core/fault.h"
+#include "export/design_cases.h"
+#include "platform/dialogs.h"
+#include "support/decimal_comma_locale.h"
+#include "support/temp_folder.h"
+
+namespace varo {
+namespace {
+
+using testing::HandDesign;
+using testing::LSection;
+using testing::ReadBytes;
+using testing::TempFolder;
+using Kind = ScriptedDialogs::Event::Kind;
+
+// Header, source block at x 0, C1 at x 224 and L1 at x 320, for the hand design.
+const char kCommonStart[] =
+    "Version 4\r\n"
+    "SHEET 1  1000 \r\n"
+    "SYMBOL voltage  0  64 R0\r\n"
+    "WINDOW 123 24 132 Left 0\r\n"
+    "SYMATTR InstName Vgen\r\n"
+    "SYMATTR Value AC 6250\r\n"
+    "SYMBOL res 208 -16 R90\r\n"
+    "WINDOW 0 0 56 Vbottom 0\r\n"
+    "WINDOW 3 32 56 Vtop 0\r\n"
+    "SYMATTR InstName Rgen\r\n"
+    "SYMATTR Value  3000\r\n"
+    "WIRE  0  80  0  0 \r\n"
+    "WIRE  0  0  112  0 \r\n"
+    "WIRE  192  0  224  0 \r\n"
+    "WIRE  0  160  0  224 \r\n"
+    "FLAG  0  224 0\r\n"
+    "TEXT 0 288 Left 0  !.AC DEC 1000  1750000  1.4E+07 \r\n"
+    "TEXT 0 352 Left 0  ;Power level:  1000  watts\r\n"
+    "TEXT 0 384 Left 0  ;Frequency:  3.5M \r\n"
+    "TEXT 0 416 Left 0  ;Network Zin: 2k\r\n"
+    "TEXT 0 448 Left 0  ;Network output termination:  50 \r\n"
+    "TEXT 0 480 Left 0  ;Rgen is generator internal impedance as specified\r\n"
+    "TEXT 0 512 Left 0  ;Vgen is based on sum of Rgen and network Zin\r\n"
+    "TEXT 0 576 Left 0  ;Drawn by VARO\r\n"
+    "SYMBOL cap  256  80 R0\r\n"
+    "SYMATTR InstName C1\r\n"
+    "SYMATTR Value 4700pF\r\n"
+    "WIRE  224  0  320  0 \r\n"
+    "WIRE  272  0  272  80 \r\n"
+    "WIRE  272  144  272  224 \r\n"
+    "FLAG  272  224 0\r\n"
+    "SYMBOL ind  352  16 R270\r\n"
+    "WINDOW 0 32 56 Vtop 0\r\n"
+    "WINDOW 3 5 56 Vbottom 0\r\n"
+    "SYMATTR InstName L2\r\n"
+    "SYMATTR Value 2.2uH\r\n"
+    "WIRE  320  0  368  0 \r\n"
+    "WIRE  448  0  496  0 \r\n";
+
+// The third element at x 496.
+std::string ThirdCapacitor(const std::string& valueText) {
+    return "SYMBOL cap  528  80 R0\r\n"
+           "SYMATTR InstName C3\r\n"
+           "SYMATTR Value " +
+           valueText +
+           "\r\n"
+           "WIRE  496  0  592  0 \r\n"
+           "WIRE  544  0  544  80 \r\n"
+           "WIRE  544  144  544  224 \r\n"
+           "FLAG  544  224 0\r\n";
+}
+
+// L2 as the fourth element at x 592.
+const char kFourthInductor[] =
+    "SYMBOL ind  624  16 R270\r\n"
+    "WINDOW 0 32 56 Vtop 0\r\n"
+    "WINDOW 3 5 56 Vbottom 0\r\n"
+    "SYMATTR InstName L4\r\n"
+    "SYMATTR Value 470nH\r\n"
+    "WIRE  592  0  640  0 \r\n"
+    "WIRE  720  0  768  0 \r\n";
+
+const char kStepUpRest[] =
+    "SYMBOL cap  800  80 R0\r\n"
+    "SYMATTR InstName C5\r\n"
+    "SYMATTR Value 100pF\r\n"
+    "WIRE  768  0  864  0 \r\n"
+    "WIRE  816  0  816  80 \r\n"
+    "WIRE  816  144  816  224 \r\n"
+    "FLAG  816  224 0\r\n"
+    "SYMBOL res  976  56 R0\r\n"
+    "SYMATTR InstName Rload\r\n"
+    "SYMATTR Value 50 \r\n"
+    "WIRE  864  0  992  0 \r\n"
+    "WIRE  992  0  992  72 \r\n"
+    "WIRE  992  72  992  224 \r\n"
+    "FLAG  992  224 0\r\n";
+
+const char kLoadAt592[] =
+    "SYMBOL res  704  56 R0\r\n"
+    "SYMATTR InstName Rload\r\n"
+    "SYMATTR Value 50 \r\n"
+    "WIRE  592  0  720  0 \r\n"
+    "WIRE  720  0  720  72 \r\n"
+    "WIRE  720  72  720  224 \r\n"
+    "FLAG  720  224 0\r\n";
+
+const char kLoadAt768[] =
+    "SYMBOL res  880  56 R0\r\n"
+    "SYMATTR InstName Rload\r\n"
+    "SYMATTR Value 50 \r\n"
+    "WIRE  768  0  896  0 \r\n"
+    "WIRE  896  0  896  72 \r\n"
+    "WIRE  896  72  896  224 \r\n"
+    "FLAG  896  224 0\r\n";
+
+struct ExpectedFile {
+    LSection section;
+    std::string bytes;
+};
+
+std::vector<ExpectedFile> ExpectedFiles() {
+    return {
+        {LSection::StepsUp,
+         kCommonStart + ThirdCapacitor("0.015uF") + kFourthInductor + kStepUpRest},
+        {LSection::None, kCommonStart + ThirdCapacitor("0.015uF") + kLoadAt592},
+        {LSection::StepsDown,
+         kCommonStart + ThirdCapacitor("0.0151uF") + kFourthInductor + kLoadAt768},
+    };
+}
+
+TEST(LTspiceSchematic, TextMatchesTheHandWrittenFileForEachLSection) {
+    for (const auto& expected : ExpectedFiles())
+        EXPECT_EQ(LTspiceSchematicText(HandDesign(expected.section)), expected.bytes)
+            << static_cast<int>(expected.section);
+}
+
+TEST(LTspiceSchematic, DecimalCommaLocaleChangesNothing) {
+    testing::DecimalCommaLocale locale;
+    if (!locale.active()) GTEST_SKIP() << "no locale with a decimal comma is installed";
+    for (const auto& expected : ExpectedFiles())
+        EXPECT_EQ(LTspiceSchematicText(HandDesign(expected.section)), expected.bytes);
+}
+
+std::string LineOf(const std::string& text, int number) {
+    std::istringstream lines(text);
+    std::string line;
+    for (int i = 0; i < number; ++i)
+        std::getline(lines, line);
+    if (!line.empty() && line.back() == '\r') line.pop_back();
+    return line;
+}
+
+TEST(LTspiceSchematic, SourceAndSweepLinesFollowTheInputs) {
+    const struct {
+        const char* name;
+        void (*change)(DesignState&);
+        int line;
+        std::string expected;
+    } cases[] = {
+        {"7 MHz: the single upper bound turns to exponent form",
+         [](DesignState& s) { s.frequency = 7000000; }, 17,
+         "TEXT 0 288 Left 0  !.AC DEC 1000  3500000  2.8E+07 "},
+        {"2.5 MHz", [](DesignState& s) { s.frequency = 2500000; }, 17,
+         "TEXT 0 288 Left 0  !.AC DEC 1000  1250000  1E+07 "},
+        {"1 Hz", [](DesignState& s) { s.frequency = 1; }, 17,
+         "TEXT 0 288 Left 0  !.AC DEC 1000  .5  4 "},
+        {"the lower bound is a double: 15 digits", [](DesignState& s) { s.frequency = 3333333; },
+         17, "TEXT 0 288 Left 0  !.AC DEC 1000  1666666.5  1.333333E+07 "},
+        {"generator multiplier 0: Rgen 0", [](DesignState& s) { s.genMultiplier = 0; }, 11,
+         "SYMATTR Value  0"},
+        {"generator multiplier 0: amplitude is the swing",
+         [](DesignState& s) { s.genMultiplier = 0; }, 6, "SYMATTR Value AC 2500"},
+        {"fractional amplitude", [](DesignState& s) { s.peakSwing = 0.5; }, 6,
+         "SYMATTR Value AC 1.25"},
+        {"power", [](DesignState& s) { s.rfPower = 1500; }, 18,
+         "TEXT 0 352 Left 0  ;Power level:  1500  watts"},
+    };
+    for (const auto& c : cases) {
+        DesignState state = HandDesign(LSection::None);
+        c.change(state);
+        EXPECT_EQ(LineOf(LTspiceSchematicText(state), c.line), c.expected) << c.name;
+    }
+}
+
+TEST(LTspiceSchematic, PlateZeroIsAFaultAfterTheLinesBeforeTheAmplitude) {
+    DesignState state = HandDesign(LSection::None);
+    state.plateR = 0;
+    FileText text;
+    EXPECT_THROW(BuildLTspiceSchematic(state, text), ArithmeticFault);
+    EXPECT_EQ(text.str(),
+              "Version 4\r\nSHEET 1  1000 \r\nSYMBOL voltage  0  64 R0\r\n"
+              "WINDOW 123 24 132 Left 0\r\nSYMATTR InstName Vgen\r\n");
+}
+
+TEST(WriteLTspiceSchematic, WritesTheFileSilently) {
+    TempFolder folder;
+    const std::string path = folder.File("design.ASC");
+    ScriptedDialogs dialogs;
+    ASSERT_TRUE(WriteLTspiceSchematic(HandDesign(LSection::StepsUp), path, dialogs));
+    EXPECT_TRUE(dialogs.events().empty());
+    EXPECT_EQ(ReadBytes(path), ExpectedFiles()[0].bytes);
+}
+
+TEST(WriteLTspiceSchematic, FailuresShowTheMessageOnceAndLeaveThePartialFile) {
+    TempFolder folder;
+    DesignState zeroPlate = HandDesign(LSection::None);
+    zeroPlate.plateR = 0;
+    const struct {
+        const char* name;
+        DesignState state;
+        std::string path;
+        bool fileLeft;
+    } cases[] = {
+        {"no such folder", HandDesign(LSection::None), folder.File("missing/x.ASC"), false},
+        {"disk full", HandDesign(LSection::None), "/dev/full", false},
+        {"plate 0", zeroPlate, folder.File("partial.ASC"), true},
+    };
+    for (const auto& c : cases) {
+        ScriptedDialogs dialogs;
+        EXPECT_FALSE(WriteLTspiceSchematic(c.state, c.path, dialogs)) << c.name;
+        ASSERT_EQ(dialogs.events().size(), 1u) << c.name;
+        EXPECT_EQ(dialogs.events()[0].kind, Kind::Message);
+        EXPECT_EQ(dialogs.events()[0].text, "We could not write the LTspice schematic file");
+        EXPECT_EQ(dialogs.events()[0].title, kProgramTitle);
+        if (c.fileLeft) {
+            EXPECT_EQ(ReadBytes(c.path),
+                      "Version 4\r\nSHEET 1  1000 \r\nSYMBOL voltage  0  64 R0\r\n"
+                      "WINDOW 123 24 132 Left 0\r\nSYMATTR InstName Vgen\r\n");
+        }
+    }
+}
+
+TEST(LTspiceSaveRequest, AlwaysProposesDefaultAsc) {
+    std::string defaultName;
+    const SaveDialogRequest request = LTspiceSaveRequest(defaultName);
+    EXPECT_EQ(request, (SaveDialogRequest{"VARO Design - write LTspice schematic",
+                                          "LTspice schematic files (*.ASC) | *.ASC", 1,
+                                          "Default.ASC", true}));
+    EXPECT_EQ(defaultName, "Default.ASC");
+    EXPECT_EQ(LTspiceSaveRequest(defaultName).proposedName, "Default.ASC");
+}
+
+TEST(LTspiceSaveRequest, KeepsAllButTheLastFourCharactersOfTheName) {
+    const struct {
+        std::string name, proposed;
+    } cases[] = {{"Amp.asc", "Amp.ASC"}, {"Tank", ".ASC"}, {"ab", ".ASC"}, {"x.ASC", "x.ASC"}};
+    for (const auto& c : cases) {
+        std::string name = c.name;
+        EXPECT_EQ(LTspiceSaveRequest(name).proposedName, c.proposed) << c.name;
+        EXPECT_EQ(name, c.name);
+    }
+}
+
+}  // namespace
+}  // namespace varo

@@ -1,0 +1,156 @@
+#include "export/quarn.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "core/fault.h"
+#include "core/network.h"
+#include "export/design_cases.h"
+#include "platform/dialogs.h"
+#include "support/decimal_comma_locale.h"
+#include "support/temp_folder.h"
+
+namespace varo {
+namespace {
+
+using testing::HandDesign;
+using testing::LSection;
+using testing::ReadBytes;
+using testing::TempFolder;
+
+const char kDate[] = "11/15/2026";
+
+std::string Head(const std::string& orderLine) {
+    return "Quarn circuit file by VARO\r\n"
+           "Untitled\r\n"
+           "11/15/2026\r\n"
+           "* Expansion:\r\n"
+           " (Expansion)\r\n"
+           "* Family, order, stages, topology, Cauer:\r\n" +
+           orderLine +
+           "\r\n"
+           "* Width, center, Fstop normalized:\r\n"
+           " 3500000  0  0 \r\n"
+           "* Apass, Astop:\r\n"
+           " 0  0 \r\n"
+           "* Rsource, Rload, Rratio, Rstandard:\r\n"
+           " 3000  50  1  2000 \r\n"
+           "* Qind, Qcap:\r\n"
+           " 10000000  10000000 \r\n"
+           "* Gj, Hj:\r\n";
+}
+
+const char kTail[] =
+    "* Lin or log, Fstart, Fstop, NrIntervals:\r\n"
+    "2 1750000  1.4E+07  2000 \r\n"
+    "* Graph scales:\r\n"
+    "-60  0  0  6E-06  7  4000  10  6 \r\n"
+    "* Limits Y/N:\r\n"
+    "N\r\n"
+    "* Markers Y/N:\r\n"
+    "Y\r\n"
+    "* Marker frequencies:\r\n"
+    " 3500000  7000000  1.05E+07  1.4E+07  1.75E+07 \r\n"
+    "* M-derived zeros Y/N:\r\n"
+    "N\r\n";
+
+const char kElementsHeading[] = "* Element type, L, Ltolerance, C, Ctolerance\r\n";
+const char kC1L1[] =
+    " 4  0  0  4.7E-09  5 \r\n"
+    " 1  2.2E-06  5  0  0 \r\n";
+const char kL2[] = " 1  4.7E-07  5  0  0 \r\n";
+
+std::vector<std::pair<LSection, std::string>> ExpectedFiles() {
+    return {
+        // Order 5 and five Gj, Hj lines, but C3's position has no type: no line for it.
+        {LSection::StepsUp, Head(" 11  5  5 A 0 ") +
+                                "0   0\r\n0   0\r\n0   0\r\n0   0\r\n0   0\r\n" + kElementsHeading +
+                                kC1L1 + " 4  0  0  1.5E-08  5 \r\n" + kL2 + kTail},
+        {LSection::None, Head(" 11  3  3 A 0 ") + "0   0\r\n0   0\r\n0   0\r\n" + kElementsHeading +
+                             kC1L1 + " 4  0  0  1.5E-08  5 \r\n" + kTail},
+        {LSection::StepsDown, Head(" 11  4  4 A 0 ") + "0   0\r\n0   0\r\n0   0\r\n0   0\r\n" +
+                                  kElementsHeading + kC1L1 + " 4  0  0  1.51E-08  5 \r\n" + kL2 +
+                                  kTail},
+    };
+}
+
+TEST(QuarnFile, TextMatchesTheHandWrittenFileForEachLSection) {
+    for (const auto& [section, bytes] : ExpectedFiles())
+        EXPECT_EQ(QuarnFileText(HandDesign(section), kDate), bytes) << static_cast<int>(section);
+}
+
+TEST(QuarnFile, DecimalCommaLocaleChangesNothing) {
+    testing::DecimalCommaLocale locale;
+    if (!locale.active()) GTEST_SKIP() << "no locale with a decimal comma is installed";
+    for (const auto& [section, bytes] : ExpectedFiles())
+        EXPECT_EQ(QuarnFileText(HandDesign(section), kDate), bytes);
+}
+
+TEST(QuarnFile, TheComputedStepUpLadderLeavesC3Out) {
+    DesignState state;
+    InitialiseConstants(state);
+    state.frequency = 3500000;
+    state.plateR = 2000;
+    state.intermediateR = 25;
+    state.loadR = 50;
+    state.piQ = 12;
+    state.genMultiplier = 1;
+    class Silent : public Reporter {
+        void ShowMessage(std::string_view, std::string_view, MessageIcon) override {}
+    } reporter;
+    ASSERT_TRUE(ComponentCalculations(state, reporter));
+    SetupLadder(state);
+    const std::string text = QuarnFileText(state, kDate);
+    EXPECT_NE(text.find(" 11  5  5 A 0 \r\n"), std::string::npos);
+    const std::size_t elements = text.find(kElementsHeading) + std::string(kElementsHeading).size();
+    const std::size_t sweep = text.find("* Lin or log");
+    const std::string elementLines = text.substr(elements, sweep - elements);
+    EXPECT_EQ(std::count(elementLines.begin(), elementLines.end(), '\n'), 4) << elementLines;
+}
+
+TEST(WriteQuarnFile, WritesTheFileSilently) {
+    TempFolder folder;
+    const std::string path = folder.File("design.KVF");
+    ScriptedDialogs dialogs;
+    ASSERT_TRUE(WriteQuarnFile(HandDesign(LSection::StepsDown), path, dialogs, kDate));
+    EXPECT_TRUE(dialogs.events().empty());
+    EXPECT_EQ(ReadBytes(path), ExpectedFiles()[2].second);
+}
+
+TEST(WriteQuarnFile, FailuresOnlyBeep) {
+    TempFolder folder;
+    for (const std::string& path : {folder.File("missing/x.KVF"), std::string("/dev/full")}) {
+        ScriptedDialogs dialogs;
+        EXPECT_FALSE(WriteQuarnFile(HandDesign(LSection::None), path, dialogs, kDate)) << path;
+        EXPECT_EQ(dialogs.beeps(), 1) << path;
+        EXPECT_TRUE(dialogs.messages().empty()) << path;
+    }
+}
+
+TEST(WriteQuarnFile, ALadderBeyondItsArraysLeavesThePartialFile) {
+    TempFolder folder;
+    const std::string path = folder.File("partial.KVF");
+    DesignState state = HandDesign(LSection::None);
+    state.elementCount = kLadderPositions;  // one position past the last
+    for (int i = 1; i < kLadderPositions; ++i)
+        state.elementType[i] = 0;
+    ScriptedDialogs dialogs;
+    EXPECT_FALSE(WriteQuarnFile(state, path, dialogs, kDate));
+    EXPECT_EQ(dialogs.beeps(), 1);
+    EXPECT_TRUE(dialogs.messages().empty());
+    std::string gjLines;
+    for (int i = 0; i < kLadderPositions; ++i)
+        gjLines += "0   0\r\n";
+    EXPECT_EQ(ReadBytes(path), Head(" 11  21  21 A 0 ") + gjLines + kElementsHeading);
+}
+
+TEST(QuarnSaveRequest, ProposesNoName) {
+    EXPECT_EQ(QuarnSaveRequest(),
+              (SaveDialogRequest{"Write Quarn File", "Quarn files (*.KVF)|*.KVF", 1, "", true}));
+}
+
+}  // namespace
+}  // namespace varo

@@ -1,0 +1,292 @@
+#include "screens/plot/overlay_files.h"
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "platform/dialogs.h"
+#include "platform/system.h"
+#include "support/decimal_comma_locale.h"
+#include "support/temp_folder.h"
+
+namespace varo {
+namespace {
+
+using testing::ReadBytes;
+using testing::TempFolder;
+using testing::WriteBytes;
+using Kind = ScriptedDialogs::Event::Kind;
+
+// A three-point sweep, small enough to write its files out by hand.
+DesignState ThreePointSweep() {
+    DesignState s;
+    s.sweepIntervals = 2;
+    s.plotFloorDb = -60;
+    s.sweepFrequency[0] = 1750000;
+    s.sweepFrequency[1] = 3500000;
+    s.sweepFrequency[2] = 14000000;
+    s.sweepTransmission[0] = -0.0123f;
+    s.sweepTransmission[1] = 0;
+    s.sweepTransmission[2] = -60.5f;
+    s.sweepReturn[0] = -20;
+    s.sweepReturn[1] = -0.5f;
+    s.sweepReturn[2] = 0.00001f;
+    return s;
+}
+
+const char kS21[] = " 1750000 -.0123 \r\n 3500000  0 \r\n 1.4E+07 -60.5 \r\n";
+const char kS11[] = " 1750000 -20 \r\n 3500000 -.5 \r\n 1.4E+07  1E-05 \r\n";
+
+TEST(WriteOverlayFiles, WritesOneLinePerSweepPoint) {
+    TempFolder folder;
+    ScriptedDialogs dialogs;
+    ASSERT_TRUE(WriteOverlayFiles(ThreePointSweep(), folder.str(), dialogs));
+    EXPECT_TRUE(dialogs.events().empty());
+    EXPECT_EQ(ReadBytes(folder.File("Data.S21")), kS21);
+    EXPECT_EQ(ReadBytes(folder.File("Data.S11")), kS11);
+}
+
+TEST(WriteOverlayFiles, DecimalCommaLocaleChangesNothing) {
+    testing::DecimalCommaLocale locale;
+    if (!locale.active()) GTEST_SKIP() << "no locale with a decimal comma is installed";
+    TempFolder folder;
+    ScriptedDialogs dialogs;
+    ASSERT_TRUE(WriteOverlayFiles(ThreePointSweep(), folder.str(), dialogs));
+    EXPECT_EQ(ReadBytes(folder.File("Data.S21")), kS21);
+    DesignState read;
+    OverlayData overlay;
+    ASSERT_TRUE(ReadOverlayFile(folder.File("Data.S11"), read, overlay).ok());
+    EXPECT_EQ(overlay.overlayValue[1], -0.5f);
+}
+
+TEST(WriteOverlayFiles, GoesIntoTheCurrentDirectoryWhenGivenIt) {
+    TempFolder folder;
+    const auto before = std::filesystem::current_path();
+    ASSERT_EQ(::chdir(folder.str().c_str()), 0);
+    ScriptedDialogs dialogs;
+    const bool written = WriteOverlayFiles(ThreePointSweep(), CurrentDirectory(), dialogs);
+    std::filesystem::current_path(before);
+    EXPECT_TRUE(written);
+    EXPECT_EQ(ReadBytes(folder.File("Data.S21")), kS21);
+}
+
+TEST(WriteOverlayFiles, AStandardSweepRoundTrips) {
+    DesignState written;
+    written.sweepIntervals = 2000;
+    // Values of at most 7 significant digits, which the file form keeps exactly.
+    for (int i = 0; i <= 2000; ++i) {
+        written.sweepFrequency[i] = 1750000.0f + 4000.0f * i;
+        written.sweepTransmission[i] = -0.5f * (i % 121);
+        written.sweepReturn[i] = -60.0f + 0.25f * (i % 240);
+    }
+    TempFolder folder;
+    ScriptedDialogs dialogs;
+    ASSERT_TRUE(WriteOverlayFiles(written, folder.str(), dialogs));
+    const std::string s21 = ReadBytes(folder.File("Data.S21"));
+    EXPECT_EQ(std::count(s21.begin(), s21.end(), '\n'), 2001);
+
+    DesignState read;
+    OverlayData overlay;
+    ASSERT_TRUE(ReadOverlayFile(folder.File("Data.S21"), read, overlay).ok());
+    EXPECT_EQ(overlay.overlayLastIndex, 2000);
+    EXPECT_EQ(read.sweepFrequency, written.sweepFrequency);
+    EXPECT_EQ(overlay.overlayValue, written.sweepTransmission);
+}
+
+TEST(WriteOverlayFiles, AFailureBeepsAndReportsOnceKeepingTheFileWrittenBefore) {
+    const struct {
+        const char* name;
+        bool s11IsAFolder;
+        bool folderMissing;
+        bool s21Left;
+    } cases[] = {
+        {"no such folder", false, true, false},
+        {"Data.S11 cannot be created", true, false, true},
+    };
+    for (const auto& c : cases) {
+        TempFolder folder;
+        if (c.s11IsAFolder) std::filesystem::create_directory(folder.File("Data.S11"));
+        const std::string target = c.folderMissing ? folder.File("missing") : folder.str();
+        ScriptedDialogs dialogs;
+        EXPECT_FALSE(WriteOverlayFiles(ThreePointSweep(), target, dialogs)) << c.name;
+        ASSERT_EQ(dialogs.events().size(), 2u) << c.name;
+        EXPECT_EQ(dialogs.events()[0].kind, Kind::Beep);
+        EXPECT_EQ(dialogs.events()[1].text, "We are unable to write an overlay file");
+        EXPECT_EQ(dialogs.events()[1].title, kProgramTitle);
+        if (c.s21Left) {
+            EXPECT_EQ(ReadBytes(folder.File("Data.S21")), kS21);
+        }
+    }
+}
+
+TEST(ReadOverlayFile, TakesNumbersAsListInput) {
+    const struct {
+        std::string bytes;
+        std::vector<float> frequencies, values;
+    } cases[] = {
+        {"", {}, {}},
+        {" 1750000 -.0123 \r\n 1.4E+07  0 \r\n", {1750000, 14000000}, {-0.0123f, 0}},
+        {"1,2\n3 4\r5,,6", {1, 3, 5}, {2, 4, 6}},
+        {"\t+7e6 -60\r\n\r\n", {7000000}, {-60}},
+        {"1 2 3\r\n4", {1, 3}, {2, 4}},
+    };
+    for (const auto& c : cases) {
+        TempFolder folder;
+        WriteBytes(folder.File("Data.S21"), c.bytes);
+        DesignState state;
+        OverlayData overlay;
+        ASSERT_TRUE(ReadOverlayFile(folder.File("Data.S21"), state, overlay).ok()) << c.bytes;
+        ASSERT_EQ(overlay.overlayLastIndex + 1, static_cast<int>(c.frequencies.size()));
+        for (std::size_t i = 0; i < c.frequencies.size(); ++i) {
+            EXPECT_EQ(state.sweepFrequency[i], c.frequencies[i]) << c.bytes;
+            EXPECT_EQ(overlay.overlayValue[i], c.values[i]) << c.bytes;
+        }
+    }
+}
+
+std::string Pairs(int count) {
+    std::string bytes;
+    for (int i = 1; i <= count; ++i)
+        bytes += " " + std::to_string(i) + " -1 \r\n";
+    return bytes;
+}
+
+TEST(ReadOverlayFile, TakesUpTo2001Pairs) {
+    TempFolder folder;
+    WriteBytes(folder.File("Data.S21"), Pairs(2001));
+    DesignState state;
+    OverlayData overlay;
+    ASSERT_TRUE(ReadOverlayFile(folder.File("Data.S21"), state, overlay).ok());
+    EXPECT_EQ(overlay.overlayLastIndex, 2000);
+    EXPECT_EQ(state.sweepFrequency[2000], 2001.0f);
+}
+
+TEST(ReadOverlayFile, RejectsAnUnusableFileWithoutTouchingTheSweep) {
+    const struct {
+        std::string bytes;
+        OverlayReadError error;
+        std::string message;
+    } cases[] = {
+        {Pairs(2002), OverlayReadError::TooManyPoints,
+         "Data.S21 holds more than 2001 points; the overlay was not drawn."},
+        {"1 2\r\n3 abc\r\n", OverlayReadError::NotANumber,
+         "Data.S21 holds text that is not a number; the overlay was not drawn."},
+        {"1 2\r\n3 4,5\r\n", OverlayReadError::OddCount, ""},  // a decimal comma splits the number
+        {"1 nan\r\n", OverlayReadError::NotANumber, ""},
+        {"1 1e60\r\n", OverlayReadError::NotANumber, ""},
+        {"1 2\r\n3\r\n", OverlayReadError::OddCount,
+         "Data.S21 ends with a frequency that has no value; the overlay was not drawn."},
+        {"1 2\r\n0 4\r\n", OverlayReadError::FrequencyNotPositive,
+         "Data.S21 holds a frequency of 0 or below; the overlay was not drawn."},
+        {"-5 2\r\n", OverlayReadError::FrequencyNotPositive, ""},
+    };
+    for (const auto& c : cases) {
+        TempFolder folder;
+        WriteBytes(folder.File("Data.S21"), c.bytes);
+        DesignState state;
+        state.sweepFrequency.fill(123);
+        OverlayData overlay;
+        overlay.overlayValue.fill(-7);
+        overlay.overlayLastIndex = 41;
+        const DesignState before = state;
+        const OverlayReadResult result = ReadOverlayFile(folder.File("Data.S21"), state, overlay);
+        EXPECT_EQ(result.error, c.error) << c.bytes.substr(0, 20);
+        EXPECT_EQ(state.sweepFrequency, before.sweepFrequency);
+        EXPECT_EQ(overlay.overlayValue[0], -7);
+        EXPECT_EQ(overlay.overlayLastIndex, 41);
+        if (!c.message.empty()) {
+            EXPECT_EQ(OverlayReadErrorText("Data.S21", c.error), c.message);
+        }
+    }
+}
+
+TEST(ReadOverlayFile, ReportsAFileThatCannotBeRead) {
+    TempFolder folder;
+    DesignState state;
+    OverlayData overlay;
+    EXPECT_EQ(ReadOverlayFile(folder.str(), state, overlay).error, OverlayReadError::Unreadable);
+    EXPECT_EQ(OverlayReadErrorText("Data.S11", OverlayReadError::Unreadable),
+              "Data.S11 could not be read; the overlay was not drawn.");
+}
+
+struct DrawCall {
+    int lastIndex;
+    float topDb, floorDb;
+    int curve;
+    float firstValue;
+    bool operator==(const DrawCall&) const = default;
+};
+
+class ReadOverlayFilesTest : public ::testing::Test {
+  protected:
+    bool Read() {
+        state_.plotFloorDb = -60;
+        return ReadOverlayFiles(
+            state_, overlay_, folder_.str(), dialogs_,
+            [this](std::int16_t last, float top, float floor, std::int16_t c) {
+                draws_.push_back({last, top, floor, c, overlay_.overlayValue[0]});
+            });
+    }
+    void ExpectFileTestMessage() {
+        ASSERT_EQ(dialogs_.events().size(), 1u);
+        const auto& event = dialogs_.events()[0];
+        EXPECT_EQ(event.kind, Kind::Message);
+        EXPECT_EQ(event.text, "Files enabling overlay have not been written.");
+        EXPECT_EQ(event.title, "File Test");
+        EXPECT_EQ(event.icon, MessageIcon::Exclamation);
+    }
+
+    TempFolder folder_;
+    DesignState state_;
+    OverlayData overlay_;
+    ScriptedDialogs dialogs_;
+    std::vector<DrawCall> draws_;
+};
+
+TEST_F(ReadOverlayFilesTest, DrawsTransmissionThenReturn) {
+    WriteBytes(folder_.File("Data.S21"), kS21);
+    WriteBytes(folder_.File("Data.S11"), " 1 -20 \r\n 2 -30 \r\n");
+    EXPECT_TRUE(Read());
+    EXPECT_TRUE(dialogs_.events().empty());
+    EXPECT_EQ(draws_, (std::vector<DrawCall>{{2, 0, -60, 0, -0.0123f}, {1, 0, -60, 1, -20}}));
+    EXPECT_EQ(state_.sweepFrequency[1], 2.0f);
+    EXPECT_EQ(state_.sweepFrequency[2], 14000000.0f) << "beyond the last pair stays";
+}
+
+TEST_F(ReadOverlayFilesTest, FindsNamesWrittenInUpperCase) {
+    WriteBytes(folder_.File("DATA.S21"), kS21);
+    WriteBytes(folder_.File("DATA.S11"), kS11);
+    EXPECT_TRUE(Read());
+    EXPECT_EQ(draws_.size(), 2u);
+}
+
+TEST_F(ReadOverlayFilesTest, AMissingReturnFileIsReportedAfterTheTransmissionCurve) {
+    WriteBytes(folder_.File("Data.S21"), kS21);
+    EXPECT_FALSE(Read());
+    EXPECT_EQ(draws_.size(), 1u);
+    ExpectFileTestMessage();
+}
+
+TEST_F(ReadOverlayFilesTest, NoFilesDrawNothing) {
+    WriteBytes(folder_.File("Data.S11"), kS11);
+    EXPECT_FALSE(Read());
+    EXPECT_TRUE(draws_.empty());
+    ExpectFileTestMessage();
+}
+
+TEST_F(ReadOverlayFilesTest, ARejectedFileIsNamedAndEndsTheOperation) {
+    WriteBytes(folder_.File("Data.S21"), "1 2 3");
+    WriteBytes(folder_.File("Data.S11"), kS11);
+    EXPECT_FALSE(Read());
+    EXPECT_TRUE(draws_.empty());
+    ASSERT_EQ(dialogs_.messages().size(), 1u);
+    EXPECT_EQ(dialogs_.messages()[0],
+              "Data.S21 ends with a frequency that has no value; the overlay was not drawn.");
+    EXPECT_EQ(dialogs_.events()[0].icon, MessageIcon::Exclamation);
+}
+
+}  // namespace
+}  // namespace varo
