@@ -1,0 +1,47 @@
+#include "screens/design/design_actions.h"
+
+#include "export/ltspice.h"
+#include "export/quarn.h"
+#include "screens/design/design_inputs.h"
+#include "session/last_session.h"
+
+namespace varo {
+
+bool ExportLTspice(DesignState& state, Dialogs& dialogs, Reporter& reporter,
+                   DesignSession& session) {
+    RecomputeNetwork(state, dialogs, reporter);
+    const auto chosen = dialogs.AskSaveFileName(LTspiceSaveRequest(session.spiceDefaultName));
+    if (!chosen) return false;
+    session.spiceFilePath = *chosen;
+    return WriteLTspiceSchematic(state, session.spiceFilePath, dialogs);
+}
+
+bool ExportQuarn(DesignState& state, DesignForm& form, Dialogs& dialogs, Reporter& reporter,
+                 DesignSession& session) {
+    const auto chosen = dialogs.AskSaveFileName(QuarnSaveRequest());
+    if (!chosen) return false;
+    session.quarnFilePath = *chosen;
+    ValidateInputs(state, form, dialogs);
+    RecomputeNetwork(state, dialogs, reporter);
+    return WriteQuarnFile(state, session.quarnFilePath, dialogs);
+}
+
+bool SaveSessionOnExit(DesignState& state, DesignForm& form, Dialogs& dialogs, Reporter& reporter,
+                       const DesignSession& session) {
+    ValidateInputs(state, form, dialogs);
+    RecomputeNetwork(state, dialogs, reporter);
+    return WriteLastSession(state, session.sessionFilePath, dialogs);
+}
+
+void PrintDesign(DesignState& state, DesignForm& form, Dialogs& dialogs, Reporter& reporter,
+                 const std::function<void()>& printReport) {
+    ValidateInputs(state, form, dialogs);
+    RecomputeNetwork(state, dialogs, reporter);
+    if (printReport) printReport();
+}
+
+void PrepareToLeaveDesign(DesignState& state, Dialogs& dialogs, Reporter& reporter) {
+    RecomputeNetwork(state, dialogs, reporter);
+}
+
+}  // namespace varo

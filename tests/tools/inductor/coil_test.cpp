@@ -1,0 +1,248 @@
+#include "tools/inductor/coil.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "core/fault.h"
+
+namespace varo {
+namespace {
+
+class FakeCoilForm : public CoilForm {
+  public:
+    std::string EntryText(CoilEntry entry) const override {
+        const auto found = texts.find(entry);
+        return found == texts.end() ? std::string() : found->second;
+    }
+    void SetEntryText(CoilEntry entry, std::string_view text) override {
+        texts[entry] = std::string(text);
+    }
+    void ClearWireDiameterResult() override { ++wireDiameterCleared; }
+    void FocusGaugeEntry() override { ++gaugeFocused; }
+
+    std::map<CoilEntry, std::string> texts;
+    int wireDiameterCleared = 0;
+    int gaugeFocused = 0;
+};
+
+class CoilTest : public ::testing::Test {
+  protected:
+    CoilTest() {
+        state.unitSystem = kInches;
+        state.targetInductance = 10e-6f;
+    }
+
+    // What the screen does when the user types into an entry.
+    void Type(CoilEntry entry, const std::string& text) {
+        form.texts[entry] = text;
+        OnWindingEntryChanged(state, entry, text);
+    }
+
+    bool Compute() { return ComputeCoil(state, form, dialogs); }
+
+    CoilState state;
+    FakeCoilForm form;
+    ScriptedDialogs dialogs;
+};
+
+const std::string kTwoEntries =
+    "We need exactly two entries; enter only two of these:\r\n   Diameter\r\n   Length\r\n"
+    "   Number of turns";
+
+TEST_F(CoilTest, WorkedExampleTenMicrohenries) {
+    Type(CoilEntry::Diameter, "2");
+    Type(CoilEntry::Length, "4");
+    Type(CoilEntry::Gauge, "14");
+
+    ASSERT_TRUE(Compute());
+    EXPECT_TRUE(dialogs.events().empty());
+    EXPECT_TRUE(state.unitsLocked);
+    EXPECT_NEAR(state.coilTurns, 22.136, 0.001);
+    EXPECT_NEAR(state.turnsPerInch, 5.534, 0.001);
+    EXPECT_NEAR(state.wireLengthInches, 139.14, 0.01);
+    EXPECT_NEAR(state.wireLengthFeet, 11.595, 0.001);
+    EXPECT_NEAR(state.quarterWaveKHz, 246000 / 11.595, 0.5);
+    EXPECT_EQ(state.criticalGauge, 6.0f);
+    EXPECT_NEAR(state.wireDiameter, 0.064347, 5e-6);
+    EXPECT_NEAR(state.percentFill, 35.61, 0.01);
+    EXPECT_NEAR(state.wireResistance, 0.02888, 1e-5);
+    EXPECT_FALSE(state.fillMarkedRed);
+    EXPECT_EQ(form.gaugeFocused, 0);
+    // The solved turns are shown by the screen afterwards, not written here.
+    EXPECT_EQ(form.EntryText(CoilEntry::Turns), "");
+}
+
+struct SolveCase {
+    const char* name;
+    std::int16_t unitSystem;
+    std::string diameter, length, turns;
+    CoilEntry shownEntry;  // the entry the solved measure is written into
+    std::string shownText;
+    float diameterInches, lengthInches, turnsValue;
+    float tolerance;
+};
+
+class CoilSolveTest : public CoilTest, public ::testing::WithParamInterface<SolveCase> {};
+
+TEST_P(CoilSolveTest, SolvesTheMissingMeasure) {
+    const SolveCase& c = GetParam();
+    state.unitSystem = c.unitSystem;
+    Type(CoilEntry::Diameter, c.diameter);
+    Type(CoilEntry::Length, c.length);
+    Type(CoilEntry::Turns, c.turns);
+
+    ASSERT_TRUE(Compute());
+    EXPECT_TRUE(dialogs.events().empty());
+    EXPECT_EQ(form.EntryText(c.shownEntry), c.shownText);
+    EXPECT_NEAR(state.coilDiameter, c.diameterInches, c.tolerance);
+    EXPECT_NEAR(state.coilLength, c.lengthInches, c.tolerance);
+    EXPECT_NEAR(state.coilTurns, c.turnsValue, c.tolerance);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Wheeler, CoilSolveTest,
+    ::testing::Values(
+        SolveCase{"LengthFromDiameterAndTurns", kInches, "2", "", "22", CoilEntry::Length, "3.94 ",
+                  2.0f, 3.94f, 22.0f, 1e-5f},
+        SolveCase{"DiameterFromLengthAndTurns", kInches, "", "4", "22", CoilEntry::Diameter,
+                  "2.0136 ", 2.0136f, 4.0f, 22.0f, 1e-5f},
+        // All three given: the typed turns are replaced; the turns entry keeps its text.
+        SolveCase{"TurnsRecomputedWhenAllGiven", kInches, "2", "4", "5", CoilEntry::Turns, "5",
+                  2.0f, 4.0f, 22.136f, 1e-3f},
+        // Shown in centimetres, and the shown text is what the calculation goes on with.
+        SolveCase{"DiameterShownInCentimetres", kCentimetres, "", "10.16", "22",
+                  CoilEntry::Diameter, "5.1146 ", 5.1146f / 2.54f, 4.0f, 22.0f, 1e-5f},
+        SolveCase{"LengthShownInCentimetres", kCentimetres, "5.08", "", "22", CoilEntry::Length,
+                  "10.008 ", 2.0f, 10.008f / 2.54f, 22.0f, 1e-5f}),
+    [](const auto& info) { return std::string(info.param.name); });
+
+TEST_F(CoilTest, FewerThanTwoMeasuresAsksForTwo) {
+    for (const char* diameter : {"", "2"}) {
+        dialogs.clear();
+        Type(CoilEntry::Diameter, diameter);
+        EXPECT_FALSE(Compute()) << diameter;
+        EXPECT_EQ(dialogs.messages(), std::vector<std::string>{kTwoEntries});
+        EXPECT_EQ(state.turnsPerInch, 0.0f);
+    }
+    Type(CoilEntry::Diameter, "");
+    Type(CoilEntry::Turns, "12");
+    dialogs.clear();
+    EXPECT_FALSE(Compute());
+    EXPECT_EQ(dialogs.messages(), std::vector<std::string>{kTwoEntries});
+}
+
+TEST_F(CoilTest, NegativeLengthIsShownThenReported) {
+    Type(CoilEntry::Diameter, "1");
+    Type(CoilEntry::Turns, "2");
+
+    EXPECT_FALSE(Compute());
+    EXPECT_EQ(dialogs.messages(),
+              std::vector<std::string>{
+                  "For that diameter and turn specification,\r\nthe length is negative."});
+    EXPECT_EQ(form.EntryText(CoilEntry::Length), "-0.44 ");
+    EXPECT_NEAR(state.coilLength, -0.44f, 1e-6);
+    EXPECT_EQ(state.turnsPerInch, 0.0f);  // nothing after the stop
+}
+
+TEST_F(CoilTest, TurnLimitAcceptsExactlyOneThousand) {
+    Type(CoilEntry::Length, "100");
+    Type(CoilEntry::Turns, "1000");
+    EXPECT_TRUE(Compute());
+    EXPECT_TRUE(dialogs.messages().empty());
+    EXPECT_EQ(state.turnsPerInch, 10.0f);
+
+    Type(CoilEntry::Diameter, "");  // else the solved diameter would recompute the turns
+    Type(CoilEntry::Turns, "1000.5");
+    EXPECT_FALSE(Compute());
+    EXPECT_EQ(dialogs.messages(),
+              std::vector<std::string>{
+                  "Turns = 1000.5\r\nWe cannot accommodate greater than 1000 turns"});
+}
+
+TEST_F(CoilTest, NoGaugeClearsTheWireResults) {
+    Type(CoilEntry::Diameter, "2");
+    Type(CoilEntry::Length, "4");
+    Type(CoilEntry::Gauge, "14");
+    ASSERT_TRUE(Compute());
+    ASSERT_GT(state.wireResistance, 0.0f);
+
+    for (const char* gauge : {"", "  ", "-100"}) {
+        Type(CoilEntry::Gauge, gauge);
+        ASSERT_TRUE(Compute()) << gauge;
+        EXPECT_EQ(state.actualGauge, kNoGauge) << gauge;
+        EXPECT_EQ(state.wireDiameter, 0.0f) << gauge;
+        EXPECT_EQ(state.wireResistance, 0.0f) << gauge;
+        EXPECT_EQ(state.percentFill, 0.0f) << gauge;
+        EXPECT_FALSE(state.fillMarkedRed) << gauge;
+        EXPECT_EQ(state.criticalGauge, 6.0f) << gauge;
+    }
+    EXPECT_EQ(form.wireDiameterCleared, 3);
+}
+
+// Finds the gauge whose wire is exactly `diameter` inches in single precision.
+float GaugeForDiameter(float diameter) {
+    float gauge = static_cast<float>(20.0 * std::log(0.327 / diameter) / std::log(10.2));
+    for (int step = 0; step < 1000; ++step) {
+        const float wire = StoreSingle(0.327 / std::pow(10.2, gauge / 20.0));
+        if (wire == diameter) return gauge;
+        gauge = std::nextafter(gauge, wire > diameter ? 1000.0f : -1000.0f);
+    }
+    ADD_FAILURE() << "no gauge gives " << diameter;
+    return 0;
+}
+
+TEST_F(CoilTest, FullPitchIsMarkedRed) {
+    // 16 turns on 4 in is 4 turns per inch; a 0.25 in wire fills exactly 100 %.
+    Type(CoilEntry::Length, "4");
+    Type(CoilEntry::Turns, "16");
+    form.texts[CoilEntry::Gauge] = "2.3";
+    state.actualGauge = GaugeForDiameter(0.25f);
+
+    ASSERT_TRUE(Compute());
+    EXPECT_EQ(state.percentFill, 100.0f);
+    EXPECT_TRUE(state.fillMarkedRed);
+    EXPECT_EQ(form.gaugeFocused, 1);
+
+    state.actualGauge = std::nextafter(state.actualGauge, 1000.0f);  // a hair thinner
+    ASSERT_TRUE(Compute());
+    EXPECT_LT(state.percentFill, 100.0f);
+    EXPECT_FALSE(state.fillMarkedRed);
+    EXPECT_EQ(form.gaugeFocused, 1);
+}
+
+TEST_F(CoilTest, ArithmeticFaultIsReportedNotThrown) {
+    state.targetInductance = 0;  // no turns at all: the pitch is a division by zero
+    Type(CoilEntry::Diameter, "2");
+    Type(CoilEntry::Length, "4");
+    EXPECT_FALSE(Compute());
+    EXPECT_EQ(dialogs.messages(),
+              std::vector<std::string>{"The winding could not be computed: Division by zero. "
+                                       "Please check the entries."});
+}
+
+TEST_F(CoilTest, ClearForgetsWindingAndResultsButKeepsTheUnit) {
+    state.unitSystem = kCentimetres;
+    state.inductorChoice = 2;
+    Type(CoilEntry::Diameter, "5");
+    Type(CoilEntry::Length, "10");
+    Type(CoilEntry::Gauge, "14");
+    ASSERT_TRUE(Compute());
+
+    ClearCoil(state);
+    const std::vector<float> cleared{
+        state.coilDiameter,   state.coilLength,       state.coilTurns,     state.targetInductance,
+        state.turnsPerInch,   state.wireLengthInches, state.criticalGauge, state.wireDiameter,
+        state.wireResistance, state.percentFill};
+    EXPECT_EQ(cleared, std::vector<float>(cleared.size(), 0.0f));
+    EXPECT_EQ(state.unitSystem, kCentimetres);
+    EXPECT_EQ(state.inductorChoice, 2);
+    EXPECT_TRUE(state.unitsLocked);
+    EXPECT_EQ(state.actualGauge, kNoGauge);
+}
+
+}  // namespace
+}  // namespace varo
