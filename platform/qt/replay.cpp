@@ -1,0 +1,215 @@
+#include "platform/qt/replay.h"
+
+#include <QFont>
+#include <QLineF>
+#include <QPainterPath>
+#include <QPen>
+#include <QString>
+#include <QTransform>
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+#include <tuple>
+#include <vector>
+
+namespace varo {
+
+QColor ToQColor(Colour colour) {
+    return QColor(static_cast<int>(colour & 0xFF), static_cast<int>((colour >> 8) & 0xFF),
+                  static_cast<int>((colour >> 16) & 0xFF));
+}
+
+namespace {
+
+// Joins axis-parallel segments that touch or overlap on the same line into one, so that a rail
+// drawn piece by piece replays as one stroke: antialiased ends that meet would otherwise paint
+// their shared edge pixels twice and leave darker dots along it.
+std::vector<QLineF> MergeCollinear(const std::vector<QLineF>& lines) {
+    struct Run {
+        bool vertical;
+        qreal level, from, to;
+    };
+    std::vector<Run> runs;
+    std::vector<QLineF> merged;
+    for (const QLineF& line : lines) {
+        if (line.y1() == line.y2())
+            runs.push_back(
+                {false, line.y1(), std::min(line.x1(), line.x2()), std::max(line.x1(), line.x2())});
+        else if (line.x1() == line.x2())
+            runs.push_back(
+                {true, line.x1(), std::min(line.y1(), line.y2()), std::max(line.y1(), line.y2())});
+        else
+            merged.push_back(line);
+    }
+    std::sort(runs.begin(), runs.end(), [](const Run& a, const Run& b) {
+        return std::tie(a.vertical, a.level, a.from) < std::tie(b.vertical, b.level, b.from);
+    });
+    const auto keep = [&merged](const Run& run) {
+        merged.push_back(run.vertical ? QLineF(run.level, run.from, run.level, run.to)
+                                      : QLineF(run.from, run.level, run.to, run.level));
+    };
+    for (std::size_t i = 0; i < runs.size(); ++i) {
+        Run run = runs[i];
+        while (i + 1 < runs.size() && runs[i + 1].vertical == run.vertical &&
+               runs[i + 1].level == run.level && runs[i + 1].from <= run.to)
+            run.to = std::max(run.to, runs[++i].to);
+        keep(run);
+    }
+    return merged;
+}
+
+// Pen width and font as the display list sets them while it is replayed.
+class Replayer {
+  public:
+    Replayer(const Surface& surface, QPainter& painter, const QRectF& target)
+        : surface_(surface), painter_(painter) {
+        const qreal scaleX = target.width() / surface.width();
+        const qreal scaleY = target.height() / surface.height();
+        // A line never gets thinner than one device-independent pixel, or it would fade away
+        // on a small window.
+        minimumWidth_ = 1.0 / std::max<qreal>(std::min(scaleX, scaleY), 1e-9);
+        painter.setTransform(QTransform(scaleX, 0, 0, scaleY, target.x(), target.y()), true);
+        painter.setClipRect(QRectF(0, 0, surface.width(), surface.height()), Qt::IntersectClip);
+        SetFont(kDefaultSurfaceFont, kDefaultSurfacePointSize, false);
+    }
+
+    // Lines and arcs of one colour in a row are stroked as one path, so their joints are not
+    // painted twice (which would leave darker dots along an antialiased rail).
+    void Play(const DrawOp& op) {
+        const bool stroke = op.kind == DrawOp::Kind::Line || op.kind == DrawOp::Kind::Arc;
+        if (!stroke || op.colour != strokeColour_) Flush();
+        switch (op.kind) {
+            case DrawOp::Kind::Clear:
+                painter_.fillRect(QRectF(0, 0, surface_.width(), surface_.height()), Qt::white);
+                break;
+            case DrawOp::Kind::FillBox:
+                FillBox(op);
+                break;
+            case DrawOp::Kind::OutlineBox:
+                painter_.setPen(MakePen(op.colour));
+                painter_.setBrush(Qt::NoBrush);
+                painter_.drawRect(BoxOf(op));
+                break;
+            case DrawOp::Kind::Line:
+                lines_.emplace_back(op.x1, op.y1, op.x2, op.y2);
+                strokeColour_ = op.colour;
+                break;
+            case DrawOp::Kind::Point:
+                Dot(op);
+                break;
+            case DrawOp::Kind::Arc:
+                Arc(op);
+                break;
+            case DrawOp::Kind::Text:
+                Text(op);
+                break;
+            case DrawOp::Kind::LineWidth:
+                lineWidth_ = op.width;
+                break;
+            case DrawOp::Kind::Font:
+                SetFont(op.text, op.pointSize, op.bold);
+                break;
+        }
+    }
+
+    void Flush() {
+        if (lines_.empty() && strokes_.isEmpty()) return;
+        for (const QLineF& line : MergeCollinear(lines_)) {
+            strokes_.moveTo(line.p1());
+            strokes_.lineTo(line.p2());
+        }
+        painter_.setPen(MakePen(strokeColour_));
+        painter_.setBrush(Qt::NoBrush);
+        painter_.drawPath(strokes_);
+        strokes_.clear();
+        lines_.clear();
+    }
+
+  private:
+    static QRectF BoxOf(const DrawOp& op) {
+        return QRectF(QPointF(op.x1, op.y1), QPointF(op.x2, op.y2)).normalized();
+    }
+
+    QPen MakePen(Colour colour) const {
+        QPen pen(ToQColor(colour), std::max<qreal>(lineWidth_ * kUnitsPerPixel, minimumWidth_));
+        pen.setCapStyle(Qt::RoundCap);
+        pen.setJoinStyle(Qt::RoundJoin);
+        return pen;
+    }
+
+    // A filled box covers its edges: it reaches as far as a one-pixel outline of the same
+    // corners would.
+    void FillBox(const DrawOp& op) {
+        const qreal half = kUnitsPerPixel / 2;
+        painter_.fillRect(BoxOf(op).adjusted(-half, -half, half, half), ToQColor(op.colour));
+    }
+
+    void Dot(const DrawOp& op) {
+        const qreal radius = std::max<qreal>(op.width * kUnitsPerPixel, minimumWidth_) / 2;
+        painter_.setPen(Qt::NoPen);
+        painter_.setBrush(ToQColor(op.colour));
+        painter_.drawEllipse(QPointF(op.x1, op.y1), radius, radius);
+    }
+
+    void Arc(const DrawOp& op) {
+        constexpr double kDegreesPerRadian = 180.0 / std::numbers::pi;
+        const QRectF bounds(op.x1 - op.radius, op.y1 - op.radius, 2.0 * op.radius, 2.0 * op.radius);
+        strokes_.arcMoveTo(bounds, op.startAngle * kDegreesPerRadian);
+        strokes_.arcTo(bounds, op.startAngle * kDegreesPerRadian,
+                       (op.endAngle - op.startAngle) * kDegreesPerRadian);
+        strokeColour_ = op.colour;
+    }
+
+    void Text(const DrawOp& op) {
+        painter_.setPen(ToQColor(op.colour));
+        painter_.setFont(font_);
+        // The box is only an anchor for the top-left corner; the text is never clipped to it.
+        const QRectF anchor(op.x1, op.y1, surface_.width(), surface_.height());
+        painter_.drawText(anchor, Qt::AlignLeft | Qt::AlignTop | Qt::TextDontClip,
+                          QString::fromStdString(op.text));
+    }
+
+    void SetFont(const std::string& family, float pointSize, bool bold) {
+        font_ = QFont(QString::fromStdString(family));
+        // The font is sized in logical units, so it scales with the picture like the lines.
+        font_.setPixelSize(std::max(1, static_cast<int>(std::lround(pointSize * kUnitsPerPoint))));
+        font_.setBold(bold);
+        font_.setStyleHint(QFont::SansSerif);
+    }
+
+    const Surface& surface_;
+    QPainter& painter_;
+    float lineWidth_ = 1;
+    qreal minimumWidth_ = 0;
+    QFont font_;
+    QPainterPath strokes_;  // arcs, then the merged lines
+    std::vector<QLineF> lines_;
+    Colour strokeColour_ = kBlack;
+};
+
+}  // namespace
+
+void ReplaySurface(const Surface& surface, QPainter& painter, const QRectF& target) {
+    if (surface.width() <= 0 || surface.height() <= 0 || target.isEmpty()) return;
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing, true);
+    painter.setRenderHint(QPainter::TextAntialiasing, true);
+    Replayer replayer(surface, painter, target);
+    for (const DrawOp& op : surface.ops())
+        replayer.Play(op);
+    replayer.Flush();
+    painter.restore();
+}
+
+QImage RenderSurface(const Surface& surface, QSize size, qreal devicePixelRatio) {
+    const qreal ratio = devicePixelRatio > 0 ? devicePixelRatio : 1;
+    QImage image(size * ratio, QImage::Format_ARGB32_Premultiplied);
+    image.setDevicePixelRatio(ratio);
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    ReplaySurface(surface, painter, QRectF(QPointF(0, 0), QSizeF(size)));
+    painter.end();
+    return image;
+}
+
+}  // namespace varo

@@ -1,0 +1,71 @@
+#include "platform/qt/surface_widget.h"
+
+#include <QPainter>
+#include <QResizeEvent>
+#include <algorithm>
+#include <cmath>
+
+#include "platform/qt/replay.h"
+
+namespace varo {
+
+SurfaceWidget::SurfaceWidget(float logicalWidth, float logicalHeight, QWidget* parent)
+    : QWidget(parent), ownSurface_(logicalWidth, logicalHeight), surface_(&ownSurface_) {}
+
+SurfaceWidget::SurfaceWidget(Surface& surface, QWidget* parent)
+    : QWidget(parent), ownSurface_(surface.width(), surface.height()), surface_(&surface) {}
+
+QRect SurfaceWidget::LogicalToWidget(const QRectF& logical) const {
+    const qreal scaleX = width() / qreal(surface_->width());
+    const qreal scaleY = height() / qreal(surface_->height());
+    // Both edges are rounded, so neighbouring controls stay flush at any size.
+    const int left = static_cast<int>(std::lround(logical.left() * scaleX));
+    const int top = static_cast<int>(std::lround(logical.top() * scaleY));
+    const int right = static_cast<int>(std::lround(logical.right() * scaleX));
+    const int bottom = static_cast<int>(std::lround(logical.bottom() * scaleY));
+    return QRect(left, top, right - left, bottom - top);
+}
+
+int SurfaceWidget::ScaledFontPixels(qreal pointSize) const {
+    const qreal logicalUnits = pointSize * kUnitsPerPoint;
+    return std::max(1, static_cast<int>(std::lround(logicalUnits * height() / surface_->height())));
+}
+
+void SurfaceWidget::Place(QWidget* control, const QRectF& logical, qreal pointSize) {
+    if (control == nullptr) return;
+    if (control->parentWidget() != this) control->setParent(this);
+    auto found = std::find_if(placed_.begin(), placed_.end(),
+                              [control](const PlacedControl& p) { return p.control == control; });
+    if (found == placed_.end()) {
+        placed_.push_back(PlacedControl{control, logical, pointSize});
+        found = std::prev(placed_.end());
+    } else {
+        *found = PlacedControl{control, logical, pointSize};
+    }
+    ApplyPlacement(*found);
+}
+
+void SurfaceWidget::ApplyPlacement(const PlacedControl& placed) const {
+    if (placed.control.isNull()) return;
+    placed.control->setGeometry(LogicalToWidget(placed.logical));
+    if (placed.pointSize > 0) {
+        QFont font = placed.control->font();
+        font.setPixelSize(ScaledFontPixels(placed.pointSize));
+        placed.control->setFont(font);
+    }
+}
+
+void SurfaceWidget::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.fillRect(rect(), Qt::white);
+    ReplaySurface(*surface_, painter, QRectF(rect()));
+}
+
+void SurfaceWidget::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    std::erase_if(placed_, [](const PlacedControl& p) { return p.control.isNull(); });
+    for (const PlacedControl& placed : placed_)
+        ApplyPlacement(placed);
+}
+
+}  // namespace varo

@@ -1,0 +1,58 @@
+#pragma once
+
+#include <QFont>
+#include <QPointer>
+#include <QRect>
+#include <QRectF>
+#include <QWidget>
+#include <vector>
+
+#include "platform/surface.h"
+
+namespace varo {
+
+// A screen's background: its drawing surface stretched over the whole widget, with the
+// screen's controls placed on top at logical (twip) rectangles that scale the same way.
+// Fonts of placed controls scale with the widget's height, so a resized window keeps its look.
+class SurfaceWidget : public QWidget {
+    Q_OBJECT
+
+  public:
+    // Draws its own surface of the given logical size.
+    SurfaceWidget(float logicalWidth, float logicalHeight, QWidget* parent = nullptr);
+    // Draws a surface owned elsewhere, which must outlive the widget.
+    explicit SurfaceWidget(Surface& surface, QWidget* parent = nullptr);
+
+    Surface& surface() { return *surface_; }
+    const Surface& surface() const { return *surface_; }
+
+    // A logical rectangle in this widget's pixels at its current size.
+    QRect LogicalToWidget(const QRectF& logical) const;
+
+    // Keeps `control` (a child of this widget) at `logical`; a font size in points, as laid
+    // out on the logical space (one point is kUnitsPerPoint units), scales with the height.
+    // A size of 0 leaves the control's font alone.
+    void Place(QWidget* control, const QRectF& logical, qreal pointSize = 0);
+
+    // The pixel size a font of `pointSize` layout points has at the widget's current height.
+    int ScaledFontPixels(qreal pointSize) const;
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+  private:
+    struct PlacedControl {
+        QPointer<QWidget> control;
+        QRectF logical;
+        qreal pointSize;
+    };
+
+    void ApplyPlacement(const PlacedControl& placed) const;
+
+    Surface ownSurface_;
+    Surface* surface_;
+    std::vector<PlacedControl> placed_;
+};
+
+}  // namespace varo

@@ -1,0 +1,297 @@
+#include "screens/design/schematic.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <string>
+#include <vector>
+
+#include "core/numtext.h"
+
+namespace varo {
+namespace {
+
+using Kind = DrawOp::Kind;
+
+DrawOp LineOp(float x1, float y1, float x2, float y2) {
+    return DrawOp{.kind = Kind::Line, .x1 = x1, .y1 = y1, .x2 = x2, .y2 = y2};
+}
+
+DrawOp BoxOp(Kind kind, float left, float top, float right, float bottom, Colour colour) {
+    return DrawOp{.kind = kind, .x1 = left, .y1 = top, .x2 = right, .y2 = bottom, .colour = colour};
+}
+
+std::vector<DrawOp> OfKind(const Surface& surface, Kind kind) {
+    std::vector<DrawOp> found;
+    std::copy_if(surface.ops().begin(), surface.ops().end(), std::back_inserter(found),
+                 [kind](const DrawOp& op) { return op.kind == kind; });
+    return found;
+}
+
+// The value texts of one schematic row, left to right as drawn (row captions excluded).
+std::vector<std::string> RowLabels(const Surface& surface, float rowY) {
+    std::vector<std::string> labels;
+    for (const DrawOp& op : OfKind(surface, Kind::Text))
+        if (op.x1 > 3500 && op.y1 > rowY - 600 && op.y1 < rowY + 1500) labels.push_back(op.text);
+    return labels;
+}
+
+std::vector<float> ArcCentresInRow(const Surface& surface, float rowY) {
+    std::vector<float> centres;
+    for (const DrawOp& op : OfKind(surface, Kind::Arc))
+        if (op.y1 == rowY) centres.push_back(op.x1);
+    return centres;
+}
+
+void ExpectLastOpIsText(const Surface& surface, const std::string& text, float x, float y) {
+    ASSERT_FALSE(surface.ops().empty());
+    EXPECT_EQ(surface.ops().back(),
+              (DrawOp{.kind = Kind::Text, .x1 = x, .y1 = y, .colour = kBlack, .text = text}));
+}
+
+DesignState NetworkWithIntermediate(float intermediateR) {
+    DesignState state;
+    InitialiseConstants(state);
+    state.plateR = 1500;
+    state.intermediateR = intermediateR;
+    state.loadR = 50;
+    state.C1 = 390e-12f;
+    state.L1 = 4.7e-6f;
+    state.C2 = 1.5e-9f;
+    state.L2 = 1.2e-6f;
+    state.C3 = 2.2e-9f;
+    return state;
+}
+
+TEST(DrawWireStep, DrawsSignalAndRailAndMovesOneStep) {
+    Surface surface(12000, 9000);
+    Pen pen{1000, 2000};
+    DrawWireStep(surface, pen);
+    EXPECT_EQ(surface.ops(), (std::vector<DrawOp>{LineOp(1000, 2000, 1160, 2000),
+                                                  LineOp(1000, 3040, 1160, 3040)}));
+    EXPECT_EQ(pen.x, 1160);
+    EXPECT_EQ(pen.y, 2000);
+
+    DrawWireSpan(surface, pen);
+    EXPECT_EQ(OfKind(surface, Kind::Line).size(), 14u);
+    EXPECT_EQ(pen.x, 2120);
+}
+
+TEST(DrawShuntCapacitor, PlatesLeadsAndLabelBox) {
+    Surface surface(12000, 9000);
+    Pen pen{1000, 2000};
+    DrawShuntCapacitor(surface, pen, 1e-9f);
+    const std::vector<DrawOp> lines = OfKind(surface, Kind::Line);
+    ASSERT_EQ(lines.size(), 12u);
+    // Two wire steps, then the symbol at X = 1320, then two more steps.
+    EXPECT_EQ(lines[4], LineOp(1320, 2000, 1320, 2480));
+    EXPECT_EQ(lines[5], LineOp(1200, 2480, 1440, 2480));
+    EXPECT_EQ(lines[6], LineOp(1200, 2540, 1440, 2540));
+    EXPECT_EQ(lines[7], LineOp(1320, 2540, 1320, 3040));
+    EXPECT_EQ(pen.x, 1640);
+    const std::vector<DrawOp> boxes = OfKind(surface, Kind::FillBox);
+    ASSERT_EQ(boxes.size(), 1u);
+    EXPECT_EQ(boxes[0], BoxOp(Kind::FillBox, 740, 3155, 2060, 3400, kWhite));
+    ExpectLastOpIsText(surface, FormatFarad(1e-9f), 940, 3200);
+}
+
+TEST(DrawShuntCapacitor, InductorScreenLabelBox) {
+    Surface surface(12000, 9000);
+    Pen pen{1000, 2000};
+    DrawShuntCapacitor(surface, pen, 1e-9f, kInductorScreenSymbols);
+    EXPECT_EQ(OfKind(surface, Kind::FillBox).at(0),
+              BoxOp(Kind::FillBox, 740, 3155, 2140, 3500, kWhite));
+}
+
+TEST(DrawSeriesInductor, ThreeHumpsAboveTheLine) {
+    Surface surface(12000, 9000);
+    Pen pen{1000, 2000};
+    DrawSeriesInductor(surface, pen, 2.2e-6f);
+    const std::vector<DrawOp> arcs = OfKind(surface, Kind::Arc);
+    ASSERT_EQ(arcs.size(), 3u);
+    for (int k = 0; k < 3; ++k) {
+        EXPECT_EQ(arcs[k].x1, 1160 + 160 * (k + 1));
+        EXPECT_EQ(arcs[k].y1, 2000);
+        EXPECT_EQ(arcs[k].radius, 80);
+        EXPECT_EQ(arcs[k].startAngle, 0);
+        EXPECT_DOUBLE_EQ(arcs[k].endAngle, 4 * std::atan(1.0));
+    }
+    const std::vector<DrawOp> lines = OfKind(surface, Kind::Line);
+    EXPECT_NE(std::find(lines.begin(), lines.end(), LineOp(1160, 2000, 1240, 2000)), lines.end());
+    EXPECT_NE(std::find(lines.begin(), lines.end(), LineOp(1720, 2000, 1800, 2000)), lines.end());
+    EXPECT_NE(std::find(lines.begin(), lines.end(), LineOp(1160, 3040, 1800, 3040)), lines.end());
+    EXPECT_EQ(pen.x, 1960);
+    EXPECT_EQ(OfKind(surface, Kind::FillBox).at(0),
+              BoxOp(Kind::FillBox, 840, 1520, 2200, 1900, kWhite));
+    ExpectLastOpIsText(surface, FormatHenry(2.2e-6f), 1060, 1550);
+}
+
+// A label is printed from a white point at its own position.
+TEST(Primitives, LabelsStartAtAWhitePoint) {
+    Surface surface(12000, 9000);
+    Pen pen{1000, 2000};
+    DrawSource(surface, pen, 1500);
+    DrawShuntCapacitor(surface, pen, 1e-9f);
+    DrawSeriesInductor(surface, pen, 1e-6f);
+    DrawLoad(surface, pen, 50);
+    const auto& ops = surface.ops();
+    int texts = 0;
+    for (std::size_t i = 0; i < ops.size(); ++i) {
+        if (ops[i].kind != Kind::Text) continue;
+        ++texts;
+        ASSERT_GT(i, 0u);
+        EXPECT_EQ(ops[i - 1].kind, Kind::Point);
+        EXPECT_EQ(ops[i - 1].colour, kWhite);
+        EXPECT_EQ(ops[i - 1].x1, ops[i].x1);
+        EXPECT_EQ(ops[i - 1].y1, ops[i].y1);
+    }
+    EXPECT_EQ(texts, 4);
+}
+
+TEST(Primitives, ImpossibleValuesGetARedLabel) {
+    struct Case {
+        const char* name;
+        void (*draw)(Surface&, Pen&, float, const SymbolDimensions&);
+    };
+    for (const Case& c :
+         {Case{"capacitor", DrawShuntCapacitor}, Case{"inductor", DrawSeriesInductor},
+          Case{"source", DrawSource}, Case{"load", DrawLoad}}) {
+        for (float value : {0.0f, -1e-9f, 1e-9f}) {
+            Surface surface(12000, 9000);
+            Pen pen{1000, 2000};
+            c.draw(surface, pen, value, kDesignScreenSymbols);
+            const std::vector<DrawOp> boxes = OfKind(surface, Kind::FillBox);
+            ASSERT_EQ(boxes.size(), 1u) << c.name;
+            EXPECT_EQ(boxes[0].colour, value <= 0 ? kRed : kWhite) << c.name << " " << value;
+        }
+    }
+}
+
+// The terminations keep the signal line at Y and the rail at Y + 1040, and the pen past them.
+TEST(Primitives, TerminationsJoinTheLineAndRail) {
+    for (bool source : {true, false}) {
+        Surface surface(12000, 9000);
+        Pen pen{1000, 2000};
+        if (source)
+            DrawSource(surface, pen, 1500);
+        else
+            DrawLoad(surface, pen, 50);
+        if (source) {
+            EXPECT_EQ(pen.x, 2000);
+        }
+        const std::vector<DrawOp> lines = OfKind(surface, Kind::Line);
+        for (const DrawOp& line : lines) {
+            EXPECT_LE(std::max(line.x1, line.x2), pen.x) << source;
+            EXPECT_GE(std::min(line.y1, line.y2), 2000) << source;
+            EXPECT_LE(std::max(line.y1, line.y2), 3040) << source;
+        }
+        const auto reaches = [&](float y, float x) {
+            return std::any_of(lines.begin(), lines.end(), [&](const DrawOp& l) {
+                return l.y1 == y && l.y2 == y && std::max(l.x1, l.x2) == x;
+            });
+        };
+        const float joint = source ? pen.x : 1160;  // the source's right end, the load's first step
+        EXPECT_TRUE(reaches(2000, joint)) << source;
+        EXPECT_TRUE(reaches(3040, joint)) << source;
+    }
+}
+
+TEST(DrawSchematic, BackgroundPanelAndPiSection) {
+    Surface surface(12000, 9000);
+    const DesignState state = NetworkWithIntermediate(300);
+    DrawSchematic(surface, state);
+    const std::vector<DrawOp> fills = OfKind(surface, Kind::FillBox);
+    EXPECT_EQ(fills.at(0), BoxOp(Kind::FillBox, 100, 600, 11900, 8500, kWhite));
+    EXPECT_EQ(fills.at(1), BoxOp(Kind::FillBox, 2200, 1250, 3500, 6250, 0xFFFFEE));
+    const std::vector<DrawOp> outlines = OfKind(surface, Kind::OutlineBox);
+    ASSERT_EQ(outlines.size(), 4u);
+    EXPECT_EQ(outlines[0], BoxOp(Kind::OutlineBox, 2200, 1250, 3500, 6250, 0x663333));
+    EXPECT_EQ(outlines[1], BoxOp(Kind::OutlineBox, 4600, 1250, 6900, 2500, 0x663333));
+    EXPECT_EQ(
+        RowLabels(surface, kPiSectionRowY),
+        (std::vector<std::string>{FormatNumber(1500), FormatFarad(state.C1), FormatHenry(state.L1),
+                                  FormatFarad(state.C2), FormatNumber(300)}));
+    // Each row is named in the left panel.
+    int captions = 0;
+    for (const DrawOp& op : OfKind(surface, Kind::Text))
+        if (op.x1 > 2200 && op.x1 < 3500) ++captions;
+    EXPECT_EQ(captions, 3);
+}
+
+TEST(DrawSchematic, RowsFollowTheRatioOfIntermediateToLoad) {
+    struct Case {
+        float intermediateR;
+        float lBoxRight, networkBoxRight;
+        std::vector<std::string> lRow, networkRow;
+        std::vector<float> networkArcs;
+    };
+    const DesignState base = NetworkWithIntermediate(300);
+    const std::string source = FormatNumber(1500), c1 = FormatFarad(base.C1),
+                      l1 = FormatHenry(base.L1), c2 = FormatFarad(base.C2),
+                      l2 = FormatHenry(base.L2), c3 = FormatFarad(base.C3), load = FormatNumber(50);
+    const std::vector<float> l1Arcs{5560, 5720, 5880};
+    const std::vector<float> bothArcs{5560, 5720, 5880, 7160, 7320, 7480};
+    const Case cases[] = {
+        {300,
+         6600,
+         7900,
+         {FormatNumber(300), c3, l2, load},
+         {source, c1, l1, FormatFarad(base.C2 + base.C3), l2, load},
+         bothArcs},
+        {25, 6600, 7900, {FormatNumber(25), load}, {source, c1, l1, c2, l2, c3, load}, bothArcs},
+        {50, 5700, 6900, {FormatNumber(50), load}, {source, c1, l1, c2, load}, l1Arcs},
+    };
+    for (const Case& c : cases) {
+        Surface surface(12000, 9000);
+        DrawSchematic(surface, NetworkWithIntermediate(c.intermediateR));
+        const std::vector<DrawOp> outlines = OfKind(surface, Kind::OutlineBox);
+        ASSERT_EQ(outlines.size(), 4u);
+        EXPECT_EQ(outlines[2], BoxOp(Kind::OutlineBox, 4600, 3250, c.lBoxRight, 4500, 0x663333));
+        EXPECT_EQ(outlines[3],
+                  BoxOp(Kind::OutlineBox, 4600, 5450, c.networkBoxRight, 6700, 0x663333));
+        const std::vector<DrawOp> fills = OfKind(surface, Kind::FillBox);
+        EXPECT_NE(std::find(fills.begin(), fills.end(),
+                            BoxOp(Kind::FillBox, 4600, 3250, c.lBoxRight, 4500, 0xFFFFEE)),
+                  fills.end());
+        EXPECT_EQ(RowLabels(surface, kLSectionRowY), c.lRow) << c.intermediateR;
+        EXPECT_EQ(RowLabels(surface, kNetworkRowY), c.networkRow) << c.intermediateR;
+        EXPECT_EQ(ArcCentresInRow(surface, kNetworkRowY), c.networkArcs) << c.intermediateR;
+        EXPECT_EQ(ArcCentresInRow(surface, kLSectionRowY).size(), c.intermediateR > 50 ? 3u : 0u);
+    }
+}
+
+TEST(DrawSchematic, ZeroComponentIsMarkedRedInEveryRowItAppears) {
+    DesignState state = NetworkWithIntermediate(300);
+    state.C3 = 0;
+    Surface surface(12000, 9000);
+    DrawSchematic(surface, state);
+    std::vector<DrawOp> red;
+    for (const DrawOp& op : OfKind(surface, Kind::FillBox))
+        if (op.colour == kRed) red.push_back(op);
+    // C3 in the L section only: the whole network shows C2 + C3, which is not zero.
+    ASSERT_EQ(red.size(), 1u);
+    EXPECT_EQ(red[0].y1, kLSectionRowY + 1155);
+}
+
+// The screen prints the inductor currents under the coils of the whole network there.
+TEST(DrawSchematic, LeavesRoomUnderTheCoilsOfTheWholeNetwork) {
+    for (float intermediateR : {300.0f, 25.0f}) {
+        Surface surface(12000, 9000);
+        DrawSchematic(surface, NetworkWithIntermediate(intermediateR));
+        for (const DrawOp& op : surface.ops()) {
+            if (op.kind != Kind::Text && op.kind != Kind::FillBox) continue;
+            if (op.kind == Kind::FillBox && (op.colour == 0xFFFFEE || op.x1 == 100)) continue;
+            for (float x : {5350.0f, 6950.0f}) {
+                const bool overText = op.kind == Kind::Text && op.y1 > 5540 && op.y1 < 5860 &&
+                                      op.x1 > x - 700 && op.x1 < x + 700;
+                const bool overBox = op.kind == Kind::FillBox && op.x1 < x + 700 && op.x2 > x &&
+                                     op.y1 < 5860 && op.y2 > 5700;
+                EXPECT_FALSE(overText || overBox) << op.text << " at " << op.x1 << "," << op.y1;
+            }
+        }
+    }
+}
+
+}  // namespace
+}  // namespace varo

@@ -1,0 +1,205 @@
+#include "session/qt/frm_opening.h"
+
+#include <gtest/gtest.h>
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QImage>
+#include <QLabel>
+#include <QPushButton>
+#include <QSet>
+#include <algorithm>
+#include <cmath>
+
+#include "session/qt/opening_picture.h"
+#include "support/temp_folder.h"
+
+namespace varo {
+namespace {
+
+using testing::ReadBytes;
+using testing::TempFolder;
+using testing::WriteBytes;
+
+template <typename Control>
+Control* Find(const FrmOpening& screen, const char* name) {
+    auto* control = screen.findChild<Control*>(QString::fromLatin1(name));
+    EXPECT_NE(control, nullptr) << name;
+    return control;
+}
+
+TEST(FrmOpening, CaptionsAndTitle) {
+    TempFolder folder;
+    DesignState state;
+    FrmOpening screen(state, SessionFilePath(folder.str()));
+    EXPECT_EQ(screen.objectName(), "frmOpening");
+    EXPECT_EQ(screen.windowTitle(), "VARO - Version 2.17 - Welcome !");
+    struct Caption {
+        const char* name;
+        const char* text;
+    };
+    for (const Caption& c : {Caption{"lblCredit1", "The transmitter output network"},
+                             Caption{"lblCredit2", "design and analysis program"},
+                             Caption{"lblVersion", "Version 2.17"}}) {
+        QLabel* label = Find<QLabel>(screen, c.name);
+        ASSERT_NE(label, nullptr);
+        EXPECT_EQ(label->text(), c.text);
+        EXPECT_EQ(label->font().family(), "Arial");
+    }
+    EXPECT_FALSE(Find<QLabel>(screen, "lblCredit")->text().isEmpty());
+    EXPECT_FALSE(Find<QLabel>(screen, "lblCopyright")->text().isEmpty());
+    EXPECT_EQ(Find<QPushButton>(screen, "cmdEnter")->text(), "Start");
+    EXPECT_EQ(Find<QPushButton>(screen, "cmdExit")->text(), "Exit");
+    EXPECT_NE(Find<QWidget>(screen, "Image1"), nullptr);
+}
+
+TEST(FrmOpening, FontRulesFollowTheScreenSize) {
+    EXPECT_NEAR(OpeningLabelPoints(11520), 13.824, 1e-4);
+    EXPECT_NEAR(OpeningButtonPoints(15360), 8.448, 1e-4);
+}
+
+TEST(FrmOpening, LayoutIsTwelveByNineThousandTwipsAndScales) {
+    TempFolder folder;
+    DesignState state;
+    FrmOpening screen(state, SessionFilePath(folder.str()));
+    EXPECT_EQ(screen.size(), QSize(800, 600));  // 96 dots per inch: 15 twips a pixel
+    screen.show();
+    QPushButton* enter = Find<QPushButton>(screen, "cmdEnter");
+    EXPECT_EQ(enter->geometry(), QRect(500, 433, 100, 22));
+    EXPECT_EQ(Find<QWidget>(screen, "Image1")->geometry(), QRect(160, 67, 200, 66));
+    const int fontPixels = enter->font().pixelSize();
+    screen.resize(1600, 1200);
+    EXPECT_EQ(enter->geometry(), QRect(1000, 867, 200, 44));
+    EXPECT_NEAR(enter->font().pixelSize(), 2 * fontPixels, 1);
+}
+
+TEST(FrmOpening, LabelTextsFitTheirBoxes) {
+    TempFolder folder;
+    DesignState state;
+    FrmOpening screen(state, SessionFilePath(folder.str()));
+    screen.show();
+    for (const QLabel* label : screen.findChildren<QLabel*>()) {
+        EXPECT_LE(label->sizeHint().width(), label->width()) << label->objectName().toStdString();
+        EXPECT_LE(label->fontMetrics().height(), label->height() + 1)
+            << label->objectName().toStdString();
+    }
+    // The lower labels' texts end before the buttons begin.
+    const int buttons = Find<QPushButton>(screen, "cmdEnter")->x();
+    for (const char* name : {"lblCredit", "lblCopyright"}) {
+        const QLabel* label = Find<QLabel>(screen, name);
+        EXPECT_LT(label->x() + label->sizeHint().width(), buttons) << name;
+    }
+}
+
+TEST(FrmOpening, DrawsPanelsThenTheNetworkWithWidthTwo) {
+    TempFolder folder;
+    DesignState state;
+    FrmOpening screen(state, SessionFilePath(folder.str()));
+    const auto& ops = screen.surface().ops();
+    const auto has = [&](const DrawOp& wanted) {
+        return std::find(ops.begin(), ops.end(), wanted) != ops.end();
+    };
+    EXPECT_TRUE(has(DrawOp{.kind = DrawOp::Kind::FillBox,
+                           .x1 = 3500,
+                           .y1 = 2500,
+                           .x2 = 5900,
+                           .y2 = 4500,
+                           .colour = RgbColour(0xEE, 0xFF, 0xFF)}));
+    EXPECT_TRUE(has(DrawOp{.kind = DrawOp::Kind::OutlineBox,
+                           .x1 = 6200,
+                           .y1 = 2500,
+                           .x2 = 7850,
+                           .y2 = 4500,
+                           .colour = 0x663333}));
+    // The tube's envelope is the first arc, and the picture is drawn at width 2, then back to 1.
+    const auto tube = std::find_if(ops.begin(), ops.end(),
+                                   [](const DrawOp& op) { return op.kind == DrawOp::Kind::Arc; });
+    ASSERT_NE(tube, ops.end());
+    EXPECT_EQ(tube->radius, 190);
+    EXPECT_EQ(tube->endAngle, 6.2);
+    const auto widthTwo =
+        std::find(ops.begin(), ops.end(), DrawOp{.kind = DrawOp::Kind::LineWidth, .width = 2});
+    EXPECT_LT(widthTwo, tube);
+    EXPECT_EQ(ops.back(), (DrawOp{.kind = DrawOp::Kind::LineWidth, .width = 1}));
+    // The end symbol's rungs, 60 long, 350, 410 and 470 below the top line.
+    for (float drop : {350.0f, 410.0f, 470.0f}) {
+        const float y = 3000 + drop;
+        EXPECT_TRUE(std::any_of(ops.begin(), ops.end(), [y](const DrawOp& op) {
+            return op.kind == DrawOp::Kind::Line && op.y1 == y && op.y2 == y &&
+                   std::fabs(op.x2 - op.x1) == 60;
+        })) << drop;
+    }
+}
+
+TEST(FrmOpening, ReadsTheLastSessionAfterSettingPi) {
+    TempFolder folder;
+    const std::string path = SessionFilePath(folder.str());
+    WriteBytes(path,
+               "VARO last-session file\r\n\r\n11/15/2026\r\n\r\nFrequency: 7100000\r\n"
+               "Plate impedance: 2000\r\nIntermediate impedance: 250\r\nLoad impedance: 50\r\n"
+               "PI-section Q: 10\r\nPeak plate voltage swing: 2500\r\nSpare: 0\r\n"
+               "RF power: 1000\r\n\r\n");
+    DesignState state;
+    FrmOpening screen(state, path);
+    EXPECT_DOUBLE_EQ(state.pi, 4 * std::atan(1.0));
+    EXPECT_EQ(state.frequency, 7100000);
+    EXPECT_EQ(state.plateR, 2000);
+    EXPECT_EQ(state.rfPower, 1000);
+    EXPECT_EQ(state.genMultiplier, 1);
+}
+
+TEST(FrmOpening, WithoutASessionFileTheDefaultsHold) {
+    TempFolder folder;
+    DesignState state;
+    FrmOpening screen(state, SessionFilePath(folder.str()));
+    EXPECT_EQ(state.frequency, 3900000);
+    EXPECT_EQ(state.plateR, 1500);
+    EXPECT_EQ(state.intermediateR, 300);
+    EXPECT_EQ(state.loadR, 50);
+    EXPECT_EQ(state.piQ, 12);
+}
+
+TEST(FrmOpening, StartAndExitAreSignalledAndExitWritesNothing) {
+    TempFolder folder;
+    const std::string path = SessionFilePath(folder.str());
+    const std::string before = "Frequency: 1\r\n";
+    WriteBytes(path, before);
+    DesignState state;
+    FrmOpening screen(state, path);
+    int started = 0;
+    int exited = 0;
+    QObject::connect(&screen, &FrmOpening::startRequested, [&] { ++started; });
+    QObject::connect(&screen, &FrmOpening::exitRequested, [&] { ++exited; });
+    Find<QPushButton>(screen, "cmdEnter")->click();
+    EXPECT_EQ(started, 1);
+    EXPECT_EQ(exited, 0);
+    Find<QPushButton>(screen, "cmdExit")->click();
+    EXPECT_EQ(exited, 1);
+    EXPECT_EQ(ReadBytes(path), before);
+}
+
+// Renders the screen as the user sees it; the picture is kept beside the test for a look.
+TEST(FrmOpening, ScreenshotIsNotBlank) {
+    TempFolder folder;
+    DesignState state;
+    FrmOpening screen(state, SessionFilePath(folder.str()));
+    screen.show();
+    const QImage image = screen.grab().toImage();
+    ASSERT_EQ(image.size(), QSize(800, 600));
+    const QString shots = QCoreApplication::applicationDirPath() + QStringLiteral("/screenshots");
+    QDir().mkpath(shots);
+    EXPECT_TRUE(image.save(shots + QStringLiteral("/frm_opening.png")));
+    QSet<QRgb> colours;
+    int ink = 0;
+    for (int y = 0; y < image.height(); y += 2)
+        for (int x = 0; x < image.width(); x += 2) {
+            const QRgb pixel = image.pixel(x, y);
+            colours.insert(pixel);
+            if (qGray(pixel) < 128) ++ink;
+        }
+    EXPECT_GT(colours.size(), 10);
+    EXPECT_GT(ink, 200);
+}
+
+}  // namespace
+}  // namespace varo
