@@ -1,0 +1,53 @@
+#include "screens/design/qt/up_down.h"
+
+#include <QToolButton>
+#include <QVBoxLayout>
+#include <algorithm>
+
+namespace varo {
+
+namespace {
+
+QToolButton* MakeArrow(QWidget* parent, const char* name, Qt::ArrowType arrow) {
+    auto* button = new QToolButton(parent);
+    button->setObjectName(name);
+    button->setArrowType(arrow);
+    button->setAutoRepeat(true);
+    button->setFocusPolicy(Qt::NoFocus);
+    button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+    return button;
+}
+
+}  // namespace
+
+UpDown::UpDown(QWidget* parent)
+    : QWidget(parent),
+      up_(MakeArrow(this, "up", Qt::UpArrow)),
+      down_(MakeArrow(this, "down", Qt::DownArrow)) {
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(up_);
+    layout->addWidget(down_);
+    connect(up_, &QToolButton::clicked, this, [this] { stepBy(1); });
+    connect(down_, &QToolButton::clicked, this, [this] { stepBy(-1); });
+}
+
+void UpDown::setRange(int minimum, int maximum) {
+    minimum_ = minimum;
+    maximum_ = std::max(minimum, maximum);
+    value_ = std::clamp(value_, minimum_, maximum_);
+}
+
+void UpDown::setValue(int value) {
+    value_ = std::clamp(value, minimum_, maximum_);
+}
+
+void UpDown::stepBy(int steps) {
+    const int stepped = std::clamp(value_ + steps, minimum_, maximum_);
+    if (stepped == value_) return;
+    value_ = stepped;
+    emit valueChanged(value_);
+}
+
+}  // namespace varo

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QWidget>
+
+class QToolButton;
+
+namespace varo {
+
+// A pair of arrow buttons that step a whole number within a range, standing beside the entry it
+// drives. Only the user's steps are signalled; setValue() is silent, so the screen can follow
+// the design without starting another recalculation.
+class UpDown : public QWidget {
+    Q_OBJECT
+
+  public:
+    explicit UpDown(QWidget* parent = nullptr);
+
+    void setRange(int minimum, int maximum);
+    void setValue(int value);
+    int value() const { return value_; }
+    int minimum() const { return minimum_; }
+    int maximum() const { return maximum_; }
+
+    // What one press of the up arrow (+1) or the down arrow (-1) does.
+    void stepBy(int steps);
+
+  signals:
+    void valueChanged(int value);
+
+  private:
+    QToolButton* up_;
+    QToolButton* down_;
+    int minimum_ = 0;
+    int maximum_ = 100;
+    int value_ = 0;
+};
+
+}  // namespace varo
