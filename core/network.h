@@ -64,7 +64,7 @@ struct StressDisplay {
 // The explanatory block: three stress lines from the top (shown only with RF power), then the
 // four generator lines, always at the same place; the last ("impedance here:") stands at
 // kGeneratorEntryY so the screen can put the generator entry beside it.
-inline constexpr int kExplanationX = 8000;
+inline constexpr int kExplanationX = 8450;
 inline constexpr int kExplanationTopY = 5700;
 inline constexpr int kExplanationLineStep = 200;
 inline constexpr int kGeneratorEntryY = kExplanationTopY + 6 * kExplanationLineStep;

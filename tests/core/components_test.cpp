@@ -1,0 +1,313 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <string>
+
+#include "core/fault.h"
+#include "core/network.h"
+#include "design_fixture.h"
+#include "recording_reporter.h"
+
+namespace varo {
+namespace {
+
+using test::DesignInputs;
+using test::kReferenceDesign;
+using test::MakeDesign;
+using test::RecordingReporter;
+
+constexpr double kOmega39 = 2 * 3.14159265358979323846 * 3.9e6;
+
+struct Expected {
+    const char* name;
+    float DesignState::*field;
+    double value;
+};
+
+// 1500 -> 300 ohms with Q 12: plateR/(1 + q1^2) = intermediateR/(1 + (12 - q1)^2) has the root
+// q1 = 15 - 2 sqrt(11); the L section 300 -> 50 has Q sqrt(5).
+TEST(ComponentCalculations, ReferenceDesignMatchesHandValues) {
+    const double q1 = 15 - 2 * std::sqrt(11.0);
+    const double q2 = 12 - q1;
+    const double virtualR = 1500 / (1 + q1 * q1);
+    const double xC1 = 1500 / q1;
+    const double xC2 = 300 / q2;
+    const double xL1 = virtualR * 12;
+    const double xL2 = 50 * std::sqrt(5.0);
+    const double xC3 = 300 / std::sqrt(5.0);
+    const Expected table[] = {
+        {"omega", &DesignState::omega, kOmega39},
+        {"inputQ", &DesignState::inputQ, q1},
+        {"outputQ", &DesignState::outputQ, q2},
+        {"xC1", &DesignState::xC1, xC1},
+        {"xC2", &DesignState::xC2, xC2},
+        {"xL1", &DesignState::xL1, xL1},
+        {"xL2", &DesignState::xL2, xL2},
+        {"xC3", &DesignState::xC3, xC3},
+        {"C1", &DesignState::C1, 1 / (xC1 * kOmega39)},
+        {"C2", &DesignState::C2, 1 / (xC2 * kOmega39)},
+        {"C3", &DesignState::C3, 1 / (xC3 * kOmega39)},
+        {"L1", &DesignState::L1, xL1 / kOmega39},
+        {"L2", &DesignState::L2, xL2 / kOmega39},
+    };
+    auto state = MakeDesign(kReferenceDesign);
+    RecordingReporter reporter;
+    ASSERT_TRUE(ComponentCalculations(*state, reporter));
+    EXPECT_TRUE(reporter.events.empty());
+    for (const auto& row : table) {
+        EXPECT_NEAR((*state).*row.field, row.value, 1e-5 * row.value) << row.name;
+    }
+    // Hand-checked figures: C1 about 227.6 pF, L1 about 10.35 uH.
+    EXPECT_NEAR(state->C1, 227.6e-12, 0.1e-12);
+    EXPECT_NEAR(state->L1, 10.35e-6, 0.01e-6);
+}
+
+TEST(ComponentCalculations, EqualResistancesNudgeIntermediateR) {
+    auto state = MakeDesign({3.9e6f, 2000, 2000, 50, 12});
+    RecordingReporter reporter;
+    ASSERT_TRUE(ComponentCalculations(*state, reporter));
+    EXPECT_EQ(state->intermediateR, static_cast<float>(2000.002));
+    EXPECT_TRUE(std::isfinite(state->inputQ));
+    EXPECT_GT(state->C1, 0);
+    EXPECT_TRUE(reporter.messages.empty());
+}
+
+TEST(ComponentCalculations, MinimumQFloorsOutputQ) {
+    // Q 2 is exactly sqrt(500/100 - 1): inputQ takes all of it and outputQ would be 0.
+    auto state = MakeDesign({3.9e6f, 500, 100, 100, 2});
+    RecordingReporter reporter;
+    ASSERT_TRUE(ComponentCalculations(*state, reporter));
+    EXPECT_FLOAT_EQ(state->inputQ, 2);
+    EXPECT_EQ(state->outputQ, 1e-6f);
+    EXPECT_NEAR(state->xC2, 1e8, 1e2);
+}
+
+std::string ComponentMessage(const char* faultLine) {
+    return std::string(
+               "We have a ComponentCalculations error.\r\n"
+               "   \r\n"
+               "This can be caused by insufficient Pi-section\r\n"
+               "Q or unusual or unlikely inputs.  \r\n"
+               "\r\n"
+               "Please recheck the entries.  Meanwhile, the\r\n"
+               "PI-net Q has been reset to a higher value.\r\n") +
+           faultLine;
+}
+
+struct FaultCase {
+    const char* name;
+    DesignInputs inputs;
+    float newQ;
+    const char* qText;
+    const char* faultLine;
+};
+
+TEST(ComponentCalculations, FaultRaisesQAndReports) {
+    const FaultCase cases[] = {
+        // sqrt(5000 * 50 * 25 - 4950^2) has a negative argument; Int(sqrt(100) + 1) = 11.
+        {"low Q",
+         {3.9e6f, 5000, 50, 50, 5},
+         11,
+         " 11",
+         "Invalid argument (square root or logarithm of a bad value)"},
+        // Q x plateR equals the root (500 = 100 (1 + 2^2)): inputQ 0, xC1 divides by it.
+        {"zero inputQ", {3.9e6f, 100, 500, 50, 2}, 1, " 1", "Division by zero"},
+        // The new Q cannot be formed from a zero intermediateR: Q keeps its value.
+        {"zero intermediateR",
+         {3.9e6f, 1500, 0, 50, 12},
+         12,
+         " 12",
+         "Invalid argument (square root or logarithm of a bad value)"},
+        // omega 0 leaves C1 = 1 / (xC1 x 0).
+        {"zero frequency", {0, 1500, 300, 50, 12}, 3, " 3", "Division by zero"},
+    };
+    for (const auto& c : cases) {
+        auto state = MakeDesign(c.inputs);
+        state->L2 = 123;  // a value from an earlier design stays
+        RecordingReporter reporter;
+        EXPECT_FALSE(ComponentCalculations(*state, reporter)) << c.name;
+        EXPECT_EQ(state->piQ, c.newQ) << c.name;
+        EXPECT_EQ(state->L2, 123) << c.name;
+        EXPECT_EQ(reporter.events, (std::vector<std::string>{"close", "piq", "message"})) << c.name;
+        ASSERT_EQ(reporter.messages.size(), 1u) << c.name;
+        EXPECT_EQ(reporter.piQTexts, std::vector<std::string>{c.qText}) << c.name;
+        EXPECT_EQ(reporter.messages[0].text, ComponentMessage(c.faultLine)) << c.name;
+        EXPECT_EQ(reporter.messages[0].title, "") << c.name;
+        EXPECT_EQ(reporter.messages[0].icon, MessageIcon::None) << c.name;
+    }
+}
+
+TEST(ComponentCalculations, ValuesBeforeTheFaultStay) {
+    auto state = MakeDesign({3.9e6f, 5000, 50, 50, 5});
+    state->inputQ = -7;
+    RecordingReporter reporter;
+    EXPECT_FALSE(ComponentCalculations(*state, reporter));
+    EXPECT_NEAR(state->omega, kOmega39, 2);  // step 1 ran
+    EXPECT_EQ(state->inputQ, -7);            // step 3 did not finish
+}
+
+struct LSectionCase {
+    const char* name;
+    float intermediateR;
+    float loadR;
+    double xL2;
+    double xC3;
+    std::int16_t elementCount;
+};
+
+TEST(SetupLadder, LSectionCases) {
+    const LSectionCase cases[] = {
+        // sqrt(100 x 50 - 50^2) = 50 and 100 x 50 / 50 = 100, in both directions.
+        {"step down", 100, 50, 50, 100, 4},
+        {"step up", 50, 100, 50, 100, 5},
+        // No L section: the reactances keep their earlier (sentinel) values.
+        {"equal", 100, 100, -1, -2, 3},
+    };
+    for (const auto& c : cases) {
+        auto state = MakeDesign({3.9e6f, 1500, c.intermediateR, c.loadR, 12});
+        state->xL2 = -1;
+        state->xC3 = -2;
+        state->elementType[5] = 0;
+        RecordingReporter reporter;
+        ASSERT_TRUE(ComponentCalculations(*state, reporter)) << c.name;
+        SetupLadder(*state);
+        EXPECT_NEAR(state->xL2, c.xL2, 1e-4) << c.name;
+        EXPECT_NEAR(state->xC3, c.xC3, 1e-4) << c.name;
+        EXPECT_EQ(state->elementCount, c.elementCount) << c.name;
+        if (c.elementCount == 3) {
+            EXPECT_EQ(state->L2, 0) << c.name;
+            EXPECT_EQ(state->C3, 0) << c.name;
+        } else {
+            EXPECT_NEAR(state->L2, c.xL2 / kOmega39, 1e-5 * state->L2) << c.name;
+            EXPECT_NEAR(state->C3, 1 / (c.xC3 * kOmega39), 1e-5 * state->C3) << c.name;
+        }
+    }
+}
+
+TEST(SetupLadder, LaysOutPositionsAndSettings) {
+    auto state = MakeDesign(kReferenceDesign);
+    RecordingReporter reporter;
+    ASSERT_TRUE(ComponentCalculations(*state, reporter));
+    // Entries of the other value array are left as they were.
+    state->elementL[1] = 91;
+    state->elementC[2] = 92;
+    state->elementL[3] = 93;
+    state->elementC[4] = 94;
+    SetupLadder(*state);
+
+    const float types[] = {0, 4, 1, 4, 1, 0};
+    for (int p = 1; p <= 5; ++p)
+        EXPECT_EQ(state->elementType[p], types[p]) << p;
+    EXPECT_EQ(state->elementC[1], state->C1);
+    EXPECT_EQ(state->elementL[2], state->L1);
+    EXPECT_EQ(state->elementC[3], static_cast<float>(double{state->C2} + state->C3));
+    EXPECT_EQ(state->elementL[4], state->L2);
+    EXPECT_EQ(state->elementL[1], 91);
+    EXPECT_EQ(state->elementC[2], 92);
+    EXPECT_EQ(state->elementL[3], 93);
+    EXPECT_EQ(state->elementC[4], 94);
+
+    EXPECT_EQ(state->sweepStart, 1.95e6f);
+    EXPECT_EQ(state->sweepStop, 15.6e6f);
+    EXPECT_EQ(state->sweepIntervals, 2000);
+    EXPECT_EQ(state->graphDivisions, 6);
+    EXPECT_EQ(state->plotFloorDb, -60);
+    EXPECT_EQ(state->graphDbPerDiv, 10);
+    EXPECT_EQ(state->gridLastIndex, 10);
+    EXPECT_EQ(state->inductorQ, 1e7f);
+    EXPECT_EQ(state->capacitorQ, 1e7f);
+    EXPECT_EQ(state->sourceR, 1500);
+}
+
+TEST(SetupLadder, StepUpLeavesPositionFiveTypeAlone) {
+    auto state = MakeDesign({3.9e6f, 1500, 50, 100, 12});
+    state->elementType[5] = 7;  // whatever was there stays
+    RecordingReporter reporter;
+    ASSERT_TRUE(ComponentCalculations(*state, reporter));
+    SetupLadder(*state);
+    EXPECT_EQ(state->elementType[5], 7);
+    EXPECT_EQ(state->elementC[5], state->C3);
+    EXPECT_EQ(state->elementCount, 5);
+}
+
+// A matched lossless low-pass pi lags by atan(q1) + atan(q2), an L section by atan(QL); the
+// analysis reports the phase with the opposite sign (EMF over load voltage).
+struct PhaseCase {
+    const char* name;
+    DesignInputs inputs;
+    double lPhase;
+    std::int16_t elementCount;
+};
+
+double Degrees(double radians) {
+    return radians * 45 / std::atan(1.0);
+}
+
+// The plate-side Q found by bisection: both halves of the pi see the same virtual resistance.
+double PlateSideQ(double plateR, double intermediateR, double q) {
+    const auto mismatch = [&](double q1) {
+        return plateR / (1 + q1 * q1) - intermediateR / (1 + (q - q1) * (q - q1));
+    };
+    double low = 0;
+    double high = q;
+    for (int i = 0; i < 200; ++i) {
+        const double mid = (low + high) / 2;
+        (mismatch(low) * mismatch(mid) <= 0 ? high : low) = mid;
+    }
+    return (low + high) / 2;
+}
+
+TEST(ComputeSectionPhases, PhasesAndLadderLeftInLSectionState) {
+    const PhaseCase cases[] = {
+        {"step down", kReferenceDesign, -Degrees(std::atan(std::sqrt(5.0))), 4},
+        {"equal", {3.9e6f, 1500, 300, 300, 12}, 0, 3},
+        // The L section of a step-up design counts as a through connection.
+        {"step up", {3.9e6f, 300, 50, 100, 12}, 0, 5},
+    };
+    for (const auto& c : cases) {
+        auto state = MakeDesign(c.inputs);
+        RecordingReporter reporter;
+        ASSERT_TRUE(test::Recalculate(*state, reporter)) << c.name;
+        const double q1 = PlateSideQ(c.inputs.plateR, c.inputs.intermediateR, c.inputs.piQ);
+        const double piPhase = -Degrees(std::atan(q1) + std::atan(c.inputs.piQ - q1));
+        EXPECT_NEAR(state->piPhase, piPhase, 1e-3) << c.name;
+        EXPECT_NEAR(state->lPhase, c.lPhase, 1e-3) << c.name;
+        EXPECT_EQ(state->analysisFrequency, c.inputs.frequency) << c.name;
+        EXPECT_EQ(state->plateR, c.inputs.plateR) << c.name;
+        EXPECT_EQ(state->loadR, c.inputs.loadR) << c.name;
+        EXPECT_EQ(state->elementCount, c.elementCount) << c.name;
+
+        const bool stepDown = c.elementCount == 4;
+        EXPECT_EQ(state->elementType[1], stepDown ? 4 : 1) << c.name;
+        EXPECT_EQ(state->elementType[2], stepDown ? 1 : 4) << c.name;
+        EXPECT_EQ(state->elementC[1], stepDown ? state->C3 : 0) << c.name;
+        EXPECT_EQ(state->elementL[2], stepDown ? state->L2 : 0) << c.name;
+        if (!stepDown) {
+            EXPECT_EQ(state->elementL[1], 0) << c.name;
+            EXPECT_EQ(state->elementC[2], 0) << c.name;
+        }
+        // Position 3 keeps the pi section's own C2, without C3.
+        EXPECT_EQ(state->elementType[3], 4) << c.name;
+        EXPECT_EQ(state->elementC[3], state->C2) << c.name;
+    }
+}
+
+TEST(ComputeSectionPhases, FaultRestoresBorrowedInputs) {
+    auto state = MakeDesign(kReferenceDesign);
+    RecordingReporter reporter;
+    ASSERT_TRUE(ComponentCalculations(*state, reporter));
+    SetupLadder(*state);
+    state->intermediateR = 0;  // the pi section would be analysed into a zero load
+    try {
+        ComputeSectionPhases(*state);
+        ADD_FAILURE() << "expected an arithmetic fault";
+    } catch (const ArithmeticFault& fault) {
+        EXPECT_EQ(fault.kind(), FaultKind::DivisionByZero);
+    }
+    EXPECT_EQ(state->plateR, 1500);
+    EXPECT_EQ(state->loadR, 50);
+    EXPECT_EQ(state->elementCount, 4);
+}
+
+}  // namespace
+}  // namespace varo

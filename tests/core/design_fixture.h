@@ -1,0 +1,43 @@
+#pragma once
+
+#include <memory>
+
+#include "core/design_state.h"
+#include "core/network.h"
+
+namespace varo::test {
+
+struct DesignInputs {
+    float frequency;
+    float plateR;
+    float intermediateR;
+    float loadR;
+    float piQ;
+};
+
+// The default design of a first run.
+inline constexpr DesignInputs kReferenceDesign{3.9e6f, 1500, 300, 50, 12};
+
+// A fresh record (heap: the sweep arrays make it large) with pi set and the given inputs.
+inline std::unique_ptr<DesignState> MakeDesign(const DesignInputs& in, float genMultiplier = 1) {
+    auto state = std::make_unique<DesignState>();
+    InitialiseConstants(*state);
+    state->frequency = in.frequency;
+    state->plateR = in.plateR;
+    state->intermediateR = in.intermediateR;
+    state->loadR = in.loadR;
+    state->piQ = in.piQ;
+    state->genMultiplier = genMultiplier;
+    return state;
+}
+
+// The design screen's order: components, ladder, sweep, section phases.
+inline bool Recalculate(DesignState& state, Reporter& reporter) {
+    if (!ComponentCalculations(state, reporter)) return false;
+    SetupLadder(state);
+    if (!SweepRoutine(state, reporter)) return false;
+    ComputeSectionPhases(state);
+    return true;
+}
+
+}  // namespace varo::test

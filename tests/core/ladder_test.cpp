@@ -1,0 +1,249 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <functional>
+#include <string>
+
+#include "core/fault.h"
+#include "core/network.h"
+#include "design_fixture.h"
+#include "recording_reporter.h"
+
+namespace varo {
+namespace {
+
+using test::kReferenceDesign;
+using test::MakeDesign;
+using test::RecordingReporter;
+
+// A ladder of `count` positions that are all through connections, between equal resistances.
+std::unique_ptr<DesignState> ThroughLadder(float resistance, int count) {
+    auto state = MakeDesign({1e6f, resistance, resistance, resistance, 1});
+    state->sourceR = resistance;
+    state->inductorQ = 1e7f;
+    state->capacitorQ = 1e7f;
+    state->elementCount = static_cast<std::int16_t>(count);
+    return state;
+}
+
+LadderResult Analyze(const DesignState& state, float frequency) {
+    LadderResult result;
+    AnalyzeLadder(state, 0, 0, frequency, result);
+    return result;
+}
+
+TEST(AnalyzeLadder, ThroughConnectionIsLossless) {
+    const auto state = ThroughLadder(50, 3);
+    const LadderResult r = Analyze(*state, 1e6f);
+    // H = 2 with its imaginary part floored to 1e-10: 50 x 4 / (4 x 50) = 1.
+    EXPECT_EQ(r.transmissionDb, 0);
+    EXPECT_NEAR(r.transmissionPhase, 0, 1e-6);
+    EXPECT_EQ(r.zMagnitude, 50);
+    EXPECT_EQ(r.zAngle, 0);
+    // A perfect match sits on the reflection floor of 1e-7.
+    EXPECT_NEAR(r.returnDb, -140, 1e-4);
+    EXPECT_NEAR(r.vswr, 1, 1e-6);
+}
+
+TEST(AnalyzeLadder, EmptyLadderLeavesResultUntouched) {
+    const auto state = ThroughLadder(50, 0);
+    LadderResult result{1, 2, 3, 4, 5, 6};
+    AnalyzeLadder(*state, 0, 0, 1e6f, result);
+    EXPECT_EQ(result.transmissionPhase, 1);
+    EXPECT_EQ(result.transmissionDb, 2);
+    EXPECT_EQ(result.returnDb, 3);
+    EXPECT_EQ(result.vswr, 4);
+    EXPECT_EQ(result.zMagnitude, 5);
+    EXPECT_EQ(result.zAngle, 6);
+}
+
+TEST(AnalyzeLadder, TotalMismatchSitsOnTheUpperReflectionClamp) {
+    auto state = ThroughLadder(50, 1);
+    state->loadR = 1e9f;  // rho = (1e9 - 50) / (1e9 + 50) is just above 0.9999999
+    const LadderResult r = Analyze(*state, 1e6f);
+    EXPECT_NEAR(r.returnDb, 20 * std::log10(0.9999999), 1e-9);
+    EXPECT_NEAR(r.vswr, 1.9999999 / 1e-7, 1e-3 * r.vswr);
+}
+
+struct FaultCase {
+    const char* name;
+    std::function<void(DesignState&)> spoil;
+    FaultKind kind;
+};
+
+TEST(AnalyzeLadder, Faults) {
+    const FaultCase cases[] = {
+        {"combined element", [](DesignState& s) { s.elementType[2] = 6; },
+         FaultKind::DivisionByZero},
+        {"position above 20", [](DesignState& s) { s.elementCount = 21; },
+         FaultKind::IndexOutOfRange},
+        {"zero load", [](DesignState& s) { s.loadR = 0; }, FaultKind::DivisionByZero},
+        {"zero generator", [](DesignState& s) { s.genMultiplier = 0; }, FaultKind::DivisionByZero},
+        {"negative load", [](DesignState& s) { s.loadR = -50; }, FaultKind::InvalidArgument},
+        // Zin = 50 against -50 ohms: the reflection's denominator |Zin + R0| is zero.
+        {"negative source resistance", [](DesignState& s) { s.sourceR = -50; },
+         FaultKind::DivisionByZero},
+        {"pi not set", [](DesignState& s) { s.pi = 0; }, FaultKind::DivisionByZero},
+        {"zero inductor Q",
+         [](DesignState& s) {
+             s.elementType[1] = kSeriesInductor;
+             s.inductorQ = 0;
+         },
+         FaultKind::DivisionByZero},
+    };
+    for (const auto& c : cases) {
+        auto state = ThroughLadder(50, 3);
+        c.spoil(*state);
+        try {
+            Analyze(*state, 1e6f);
+            ADD_FAILURE() << c.name << ": no fault";
+        } catch (const ArithmeticFault& fault) {
+            EXPECT_EQ(fault.kind(), c.kind) << c.name;
+        }
+    }
+}
+
+// A series inductor of 50 ohms reactance into 50 ohms: Zin = 50 + j50, usual angle +45 degrees.
+TEST(AnalyzeLadder, GeneralImpedanceAngleIsNegated) {
+    auto state = ThroughLadder(50, 1);
+    state->elementType[1] = kSeriesInductor;
+    state->elementL[1] = static_cast<float>(50 / (2 * state->pi * 1e6));
+    const LadderResult r = Analyze(*state, 1e6f);
+    EXPECT_NEAR(r.zMagnitude, 50 * std::sqrt(2.0), 1e-3);
+    EXPECT_NEAR(r.zAngle, -45, 1e-4);
+    // Into its own resistance the generator sees |Gamma| = |j50 / (100 + j50)| = 1/sqrt(5).
+    EXPECT_NEAR(r.returnDb, 20 * std::log10(1 / std::sqrt(5.0)), 1e-4);
+    EXPECT_NEAR(r.vswr, (1 + 1 / std::sqrt(5.0)) / (1 - 1 / std::sqrt(5.0)), 1e-4);
+}
+
+// A shunt capacitor whose negative loss conductance cancels the load's exactly: Zin is purely
+// capacitive (-j2), and that one case keeps the usual sign of the angle. A pi of 0.5 makes omega
+// equal to the frequency, so that every product here is exact.
+TEST(AnalyzeLadder, PurelyReactiveInputKeepsTheUsualSign) {
+    auto state = ThroughLadder(2, 1);
+    state->pi = 0.5;
+    state->elementType[1] = kShuntCapacitor;
+    state->elementC[1] = 0.5f;  // omega C = 1/2, the load's conductance
+    state->capacitorQ = -1;
+    const LadderResult r = Analyze(*state, 1);
+    EXPECT_EQ(r.zMagnitude, 2);
+    EXPECT_EQ(r.zAngle, -90);
+}
+
+TEST(AnalyzeLadder, ReferenceDesignAtItsFrequency) {
+    struct Case {
+        float genMultiplier;
+        double transmissionDb;
+    };
+    // A generator of twice the plate resistance: available power 4 Rs Rp / (Rs + Rp)^2 = 8/9.
+    const Case cases[] = {{1, 0}, {2, 10 * std::log10(8.0 / 9.0)}};
+    float returnDb[2] = {};
+    for (int i = 0; i < 2; ++i) {
+        auto state = MakeDesign(kReferenceDesign, cases[i].genMultiplier);
+        RecordingReporter reporter;
+        ASSERT_TRUE(ComponentCalculations(*state, reporter));
+        SetupLadder(*state);
+        const LadderResult r = Analyze(*state, state->frequency);
+        EXPECT_NEAR(r.transmissionDb, cases[i].transmissionDb, 1e-3) << i;
+        EXPECT_NEAR(r.zMagnitude, 1500, 1500 * 1e-3) << i;
+        EXPECT_LT(r.returnDb, -40) << i;
+        EXPECT_GE(r.returnDb, -140) << i;
+        EXPECT_NEAR(r.vswr, 1, 0.02) << i;
+        returnDb[i] = r.returnDb;
+    }
+    // The return loss is referred to the plate resistance, not to the generator.
+    EXPECT_EQ(returnDb[0], returnDb[1]);
+}
+
+TEST(SweepRoutine, FrequenciesAndStoredValues) {
+    auto state = MakeDesign({3.5e6f, 1500, 300, 50, 12});
+    RecordingReporter reporter;
+    ASSERT_TRUE(ComponentCalculations(*state, reporter));
+    SetupLadder(*state);
+    ASSERT_TRUE(SweepRoutine(*state, reporter));
+    EXPECT_TRUE(reporter.messages.empty());
+
+    EXPECT_FLOAT_EQ(state->sweepFrequency[0], 1.75e6f);
+    EXPECT_FLOAT_EQ(state->sweepFrequency[2000], 14e6f);
+    EXPECT_NEAR(state->sweepFrequency[1000], 1.75e6 * std::sqrt(8.0), 2);
+    for (int i = 1; i <= 2000; ++i) {
+        ASSERT_GT(state->sweepFrequency[i], state->sweepFrequency[i - 1]) << i;
+    }
+    for (int i : {0, 733, 2000}) {
+        const LadderResult r = Analyze(*state, state->sweepFrequency[i]);
+        EXPECT_EQ(state->sweepTransmission[i], r.transmissionDb) << i;
+        EXPECT_EQ(state->sweepPhase[i], r.transmissionPhase) << i;
+        EXPECT_EQ(state->sweepReturn[i], r.returnDb) << i;
+        EXPECT_EQ(state->sweepVswr[i], r.vswr) << i;
+        EXPECT_EQ(state->sweepZMagnitude[i], r.zMagnitude) << i;
+        EXPECT_EQ(state->sweepZAngle[i], -r.zAngle) << i;
+    }
+    for (int i = 0; i <= 2000; ++i) {
+        ASSERT_EQ(state->sweepDelay[i], 0) << i;
+        ASSERT_EQ(state->sweepDelaySum[i], 0) << i;
+    }
+    // Far above the operating frequency the low-pass network attenuates strongly.
+    EXPECT_LT(state->sweepTransmission[2000], -30);
+}
+
+TEST(SweepRoutine, InductiveInputIsStoredPositive) {
+    auto state = ThroughLadder(50, 1);
+    state->elementType[1] = kSeriesInductor;
+    state->elementL[1] = 10e-6f;
+    state->sweepStart = 1e6f;
+    state->sweepStop = 2e6f;
+    state->sweepIntervals = 10;
+    RecordingReporter reporter;
+    ASSERT_TRUE(SweepRoutine(*state, reporter));
+    for (int i = 0; i <= 10; ++i) {
+        const double reactance = 2 * state->pi * state->sweepFrequency[i] * 10e-6;
+        EXPECT_NEAR(state->sweepZAngle[i], std::atan(reactance / 50) * 45 / std::atan(1.0), 1e-4);
+    }
+}
+
+std::string SweepMessage(const char* faultLine) {
+    return std::string("We have a sweep-routine error.\r\n") + faultLine +
+           "\r\nPlease check analysis starting and stopping frequencies\r\n"
+           "and check the network component values.";
+}
+
+struct SweepFaultCase {
+    const char* name;
+    std::function<void(DesignState&)> spoil;
+    const char* faultLine;
+    int frequenciesStored;
+};
+
+TEST(SweepRoutine, FaultIsReportedAndArraysKeepWhatWasStored) {
+    const SweepFaultCase cases[] = {
+        {"zero start", [](DesignState& s) { s.sweepStart = 0; },
+         "Invalid argument (square root or logarithm of a bad value)", 0},
+        {"no intervals", [](DesignState& s) { s.sweepIntervals = 0; }, "Division by zero", 0},
+        {"too many intervals", [](DesignState& s) { s.sweepIntervals = 2001; },
+         "Index out of range", 2001},
+        {"zero load", [](DesignState& s) { s.loadR = 0; }, "Division by zero", 2001},
+    };
+    for (const auto& c : cases) {
+        auto state = MakeDesign(kReferenceDesign);
+        RecordingReporter reporter;
+        ASSERT_TRUE(ComponentCalculations(*state, reporter));
+        SetupLadder(*state);
+        state->sweepFrequency.fill(-1);
+        state->sweepTransmission.fill(-1);
+        c.spoil(*state);
+        EXPECT_FALSE(SweepRoutine(*state, reporter)) << c.name;
+        ASSERT_EQ(reporter.messages.size(), 1u) << c.name;
+        EXPECT_EQ(reporter.messages[0].text, SweepMessage(c.faultLine)) << c.name;
+        EXPECT_EQ(reporter.messages[0].title, "Sweep error checker") << c.name;
+        EXPECT_EQ(reporter.messages[0].icon, MessageIcon::Critical) << c.name;
+        if (c.frequenciesStored > 0) {
+            EXPECT_GT(state->sweepFrequency[c.frequenciesStored - 1], 0) << c.name;
+        } else {
+            EXPECT_EQ(state->sweepFrequency[0], -1) << c.name;
+        }
+        EXPECT_EQ(state->sweepTransmission[0], -1) << c.name;
+    }
+}
+
+}  // namespace
+}  // namespace varo
