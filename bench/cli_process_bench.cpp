@@ -25,7 +25,8 @@ void BM_CliDesignWithExports(benchmark::State& state) {
     std::filesystem::create_directories(folder);
     const std::string out = folder.string();
     for (auto _ : state) {
-        if (RunQuietly("design --json --ltspice " + out + "/net.asc --quarn " + out + "/net.kvf") != 0)
+        if (RunQuietly("design --json --ltspice " + out + "/net.asc --quarn " + out + "/net.kvf") !=
+            0)
             state.SkipWithError("varo-cli export failed");
     }
     std::filesystem::remove_all(folder);

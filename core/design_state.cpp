@@ -4,6 +4,8 @@
 
 namespace varo {
 
-void InitialiseConstants(DesignState& state) { state.pi = 4.0 * std::atan(1.0); }
+void InitialiseConstants(DesignState& state) {
+    state.pi = 4.0 * std::atan(1.0);
+}
 
 }  // namespace varo

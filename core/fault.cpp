@@ -45,7 +45,9 @@ double CheckedLog10(double x) {
     return CheckedFinite(std::log10(x));
 }
 
-double CheckedExp(double x) { return CheckedFinite(std::exp(CheckedFinite(x))); }
+double CheckedExp(double x) {
+    return CheckedFinite(std::exp(CheckedFinite(x)));
+}
 
 int CheckedIndex(int index, int lowest, int highest) {
     if (index < lowest || index > highest) throw ArithmeticFault(FaultKind::IndexOutOfRange);

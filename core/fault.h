@@ -13,18 +13,18 @@ const char* FaultText(FaultKind kind);
 // Thrown by the checked operations below; caught at the boundary of the routine that owns the
 // operation, which then takes its own failure path.
 class ArithmeticFault : public std::runtime_error {
-public:
+  public:
     explicit ArithmeticFault(FaultKind kind) : std::runtime_error(FaultText(kind)), kind_(kind) {}
     FaultKind kind() const { return kind_; }
 
-private:
+  private:
     FaultKind kind_;
 };
 
 // Checked arithmetic: each either returns a finite result or throws ArithmeticFault.
 double CheckedDivide(double numerator, double denominator);
 double CheckedSqrt(double x);
-double CheckedLog(double x);    // natural logarithm
+double CheckedLog(double x);  // natural logarithm
 double CheckedLog10(double x);
 double CheckedExp(double x);
 double CheckedFinite(double x);  // NaN -> InvalidArgument, infinity -> Overflow

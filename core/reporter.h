@@ -11,7 +11,7 @@ enum class MessageIcon { None, Critical, Exclamation, Information };
 // the desktop program routes these to its dialogs, the command line to standard error, tests to
 // a recorder.
 class Reporter {
-public:
+  public:
     virtual ~Reporter() = default;
     // A message box with only an OK button; an empty title means the program's default title.
     virtual void ShowMessage(std::string_view text, std::string_view title = {},

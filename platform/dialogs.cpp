@@ -4,14 +4,18 @@
 
 namespace varo {
 
-void ScriptedDialogs::ShowMessage(std::string_view text, std::string_view title,
-                                  MessageIcon icon) {
-    Event event{Event::Kind::Message, std::string(text),
-                std::string(title.empty() ? kProgramTitle : title), icon, {}};
+void ScriptedDialogs::ShowMessage(std::string_view text, std::string_view title, MessageIcon icon) {
+    Event event{Event::Kind::Message,
+                std::string(text),
+                std::string(title.empty() ? kProgramTitle : title),
+                icon,
+                {}};
     events_.push_back(std::move(event));
 }
 
-void ScriptedDialogs::Beep() { events_.push_back(Event{Event::Kind::Beep, {}, {}, {}, {}}); }
+void ScriptedDialogs::Beep() {
+    events_.push_back(Event{Event::Kind::Beep, {}, {}, {}, {}});
+}
 
 std::optional<std::string> ScriptedDialogs::AskSaveFileName(const SaveDialogRequest& request) {
     events_.push_back(Event{Event::Kind::SaveDialog, request.title, {}, {}, request});

@@ -24,7 +24,7 @@ struct SaveDialogRequest {
 
 // Every message box, beep and save dialog goes through this, so tests can answer them.
 class Dialogs {
-public:
+  public:
     virtual ~Dialogs() = default;
     // A message box with only an OK button; an empty title means kProgramTitle.
     virtual void ShowMessage(std::string_view text, std::string_view title = {},
@@ -37,7 +37,7 @@ public:
 // Test double: records every message, beep and dialog in order, and answers save dialogs from a
 // queue (an empty queue answers "cancelled").
 class ScriptedDialogs : public Dialogs {
-public:
+  public:
     struct Event {
         enum class Kind { Message, Beep, SaveDialog } kind;
         std::string text;   // message text, or the dialog's title
@@ -51,28 +51,30 @@ public:
     void Beep() override;
     std::optional<std::string> AskSaveFileName(const SaveDialogRequest& request) override;
 
-    void AnswerNextSave(std::optional<std::string> path) { saveAnswers_.push_back(std::move(path)); }
+    void AnswerNextSave(std::optional<std::string> path) {
+        saveAnswers_.push_back(std::move(path));
+    }
 
     const std::vector<Event>& events() const { return events_; }
     std::vector<std::string> messages() const;  // message texts only, in order
     int beeps() const;
     void clear() { events_.clear(); }
 
-private:
+  private:
     std::vector<Event> events_;
     std::deque<std::optional<std::string>> saveAnswers_;
 };
 
 // Routes the engine's reports to the dialogs, and its "close all open files" to a callback.
 class DialogReporter : public Reporter {
-public:
+  public:
     explicit DialogReporter(Dialogs& dialogs) : dialogs_(dialogs) {}
     void ShowMessage(std::string_view text, std::string_view title = {},
                      MessageIcon icon = MessageIcon::None) override {
         dialogs_.ShowMessage(text, title, icon);
     }
 
-private:
+  private:
     Dialogs& dialogs_;
 };
 

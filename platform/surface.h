@@ -30,10 +30,10 @@ struct DrawOp {
     float radius = 0;                      // Arc
     double startAngle = 0, endAngle = 0;   // Arc, radians, counter-clockwise from 3 o'clock
     Colour colour = kBlack;
-    float width = 1;        // Point: dot width; LineWidth: the new pen width (pixels)
-    std::string text{};     // Text: the text, top-left at (x1, y1); Font: the family
-    float pointSize = 0;    // Font
-    bool bold = false;      // Font
+    float width = 1;      // Point: dot width; LineWidth: the new pen width (pixels)
+    std::string text{};   // Text: the text, top-left at (x1, y1); Font: the family
+    float pointSize = 0;  // Font
+    bool bold = false;    // Font
     bool operator==(const DrawOp&) const = default;
 };
 
@@ -41,8 +41,9 @@ struct DrawOp {
 // operations; the desktop replays the list scaled to its widget, onto images and into tests.
 // Drawing over what was there is the list growing; Clear empties it.
 class Surface {
-public:
-    Surface(float logicalWidth, float logicalHeight) : width_(logicalWidth), height_(logicalHeight) {}
+  public:
+    Surface(float logicalWidth, float logicalHeight)
+        : width_(logicalWidth), height_(logicalHeight) {}
 
     void Clear();
     void FillBox(float left, float top, float right, float bottom, Colour colour);
@@ -58,7 +59,7 @@ public:
     float height() const { return height_; }
     const std::vector<DrawOp>& ops() const { return ops_; }
 
-private:
+  private:
     float width_;
     float height_;
     std::vector<DrawOp> ops_;

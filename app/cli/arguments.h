@@ -11,7 +11,7 @@ namespace varo::cli {
 
 // A usage mistake: the reason is printed with the usage, and the program exits 2.
 class UsageError : public std::runtime_error {
-public:
+  public:
     using std::runtime_error::runtime_error;
 };
 
@@ -23,14 +23,14 @@ struct OptionSpec {
 // Parsed options of one subcommand. "--name value" and "--name=value" are both accepted; the
 // second form lets a value begin with "-".
 class Arguments {
-public:
+  public:
     static Arguments Parse(const std::vector<std::string>& words, const OptionSpec& spec);
 
     std::optional<std::string> Value(const std::string& name) const;
     std::string Required(const std::string& name) const;
     bool Flag(const std::string& name) const { return flags_.count(name) > 0; }
 
-private:
+  private:
     std::map<std::string, std::string> values_;
     std::set<std::string> flags_;
 };

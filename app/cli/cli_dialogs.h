@@ -12,7 +12,7 @@ namespace varo::cli {
 // The command line's answer to the program's dialogs: each message goes to standard error as it
 // comes and is kept for the JSON; save dialogs are answered with the paths given as options.
 class CliDialogs : public Dialogs {
-public:
+  public:
     explicit CliDialogs(std::ostream& err) : err_(err) {}
 
     void ShowMessage(std::string_view text, std::string_view title = {},
@@ -24,7 +24,7 @@ public:
     const std::vector<std::string>& messages() const { return messages_; }
     int beeps() const { return beeps_; }
 
-private:
+  private:
     std::ostream& err_;
     std::vector<std::string> messages_;
     std::deque<std::string> saveAnswers_;

@@ -11,8 +11,8 @@ namespace varo::cli {
 
 namespace {
 
-const OptionSpec kCoilOptions{
-    {"--inductance", "--diameter", "--length", "--turns", "--gauge"}, {"--cm", "--json", "--help"}};
+const OptionSpec kCoilOptions{{"--inductance", "--diameter", "--length", "--turns", "--gauge"},
+                              {"--cm", "--json", "--help"}};
 
 const std::pair<const char*, CoilEntry> kEntryOptions[] = {{"--diameter", CoilEntry::Diameter},
                                                            {"--length", CoilEntry::Length},
@@ -21,7 +21,7 @@ const std::pair<const char*, CoilEntry> kEntryOptions[] = {{"--diameter", CoilEn
 
 // The inductor screen's entries, held as texts.
 class TextCoilForm : public CoilForm {
-public:
+  public:
     std::string EntryText(CoilEntry entry) const override {
         const auto found = texts_.find(entry);
         return found == texts_.end() ? std::string() : found->second;
@@ -30,12 +30,14 @@ public:
         texts_[entry] = std::string(text);
     }
 
-private:
+  private:
     std::map<CoilEntry, std::string> texts_;
 };
 
 // A result as the inductor screen shows it: two blanks, then the formatter text.
-std::string Shown(float value) { return "  " + FormatNumber(value); }
+std::string Shown(float value) {
+    return "  " + FormatNumber(value);
+}
 
 void WriteReadable(const CoilState& coil, const TextCoilForm& form, bool stopped,
                    std::ostream& out) {
@@ -49,13 +51,13 @@ void WriteReadable(const CoilState& coil, const TextCoilForm& form, bool stopped
     out << "Turns:" << Shown(coil.coilTurns) << "\n"
         << "Turns per " << unit << ":" << Shown(static_cast<float>(coil.turnsPerInch / toUnit))
         << "\n"
-        << "Wire length (" << unit << "):"
-        << Shown(static_cast<float>(coil.wireLengthInches * toUnit)) << "\n"
+        << "Wire length (" << unit
+        << "):" << Shown(static_cast<float>(coil.wireLengthInches * toUnit)) << "\n"
         << "Critical gauge:  " << PlainText(coil.criticalGauge) << "\n";
     if (coil.actualGauge == kNoGauge) return;
     out << "Actual gauge: " << form.EntryText(CoilEntry::Gauge) << "\n"
-        << "Wire diameter (" << unit << "):"
-        << Shown(static_cast<float>(coil.wireDiameter * toUnit)) << "\n"
+        << "Wire diameter (" << unit
+        << "):" << Shown(static_cast<float>(coil.wireDiameter * toUnit)) << "\n"
         << "Percent fill:" << Shown(coil.percentFill)
         << (coil.fillMarkedRed ? "  (the wire does not fit the pitch)" : "") << "\n";
 }
@@ -79,7 +81,8 @@ void WriteJson(const CoilState& coil, bool stopped, const CliDialogs& dialogs, s
         .Number("percentFill", coil.percentFill)
         .Bool("stopped", stopped)
         .BeginArray("messages");
-    for (const auto& message : dialogs.messages()) json.String({}, message);
+    for (const auto& message : dialogs.messages())
+        json.String({}, message);
     json.EndArray().EndObject();
     out << json.text();
 }

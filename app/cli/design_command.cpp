@@ -17,15 +17,14 @@ namespace varo::cli {
 
 namespace {
 
-const OptionSpec kDesignOptions{
-    {"--frequency", "--plate", "--intermediate", "--load", "--q", "--swing", "--power",
-     "--generator", "--session", "--sweep-csv", "--ltspice", "--quarn", "--overlay-dir",
-     "--save-session"},
-    {"--json", "--help"}};
+const OptionSpec kDesignOptions{{"--frequency", "--plate", "--intermediate", "--load", "--q",
+                                 "--swing", "--power", "--generator", "--session", "--sweep-csv",
+                                 "--ltspice", "--quarn", "--overlay-dir", "--save-session"},
+                                {"--json", "--help"}};
 
 // Options that stand for the design screen's entry fields.
 const std::pair<const char*, const char*> kFieldOptions[] = {
-    {"--frequency", "txtFrequency"}, {"--plate", "txtPlate"},     {"--intermediate", "txtIntermediate"},
+    {"--frequency", "txtFrequency"}, {"--plate", "txtPlate"}, {"--intermediate", "txtIntermediate"},
     {"--load", "txtNominalLoad"},    {"--q", "txtQ"},
 };
 
@@ -54,10 +53,11 @@ void TakeSwingAndPower(DesignState& state, const Arguments& args) {
 }
 
 // The file buttons, each after the recomputation its button runs. False if any file failed.
-bool WriteRequestedFiles(DesignState& state, MapForm& form, CliDialogs& dialogs,
-                         Reporter& reporter, const Arguments& args) {
+bool WriteRequestedFiles(DesignState& state, MapForm& form, CliDialogs& dialogs, Reporter& reporter,
+                         const Arguments& args) {
     bool written = true;
-    if (auto path = args.Value("--sweep-csv")) written &= WriteTextFile(*path, SweepCsv(state), dialogs);
+    if (auto path = args.Value("--sweep-csv"))
+        written &= WriteTextFile(*path, SweepCsv(state), dialogs);
     DesignSession session;
     if (auto path = args.Value("--ltspice")) {
         dialogs.AnswerNextSave(*path);

@@ -45,8 +45,8 @@ std::string InputsSection(const DesignState& s) {
            Padded("  Pi-section Q:", FormatNumber(s.piQ)) +
            Padded("  Peak plate swing (V):", FormatNumber(s.peakSwing)) +
            Padded("  RF power (W):", FormatNumber(s.rfPower)) +
-           Padded("  Generator (ohms):", FormatNumber(StoreSingle(
-                                             static_cast<double>(s.genMultiplier) * s.plateR)));
+           Padded("  Generator (ohms):",
+                  FormatNumber(StoreSingle(static_cast<double>(s.genMultiplier) * s.plateR)));
 }
 
 std::string ComponentsSection(const DesignState& s) {
@@ -55,14 +55,15 @@ std::string ComponentsSection(const DesignState& s) {
            Padded("  XL2:", FormatNumber(s.xL2)) + Padded("  XC3:", FormatNumber(s.xC3)) +
            "Components\n" + Padded("  C1:", FormatFarad(s.C1)) +
            Padded("  L1:", FormatHenry(s.L1)) + Padded("  C2:", FormatFarad(s.C2)) +
-           Padded("  L2:", FormatHenry(s.L2)) + Padded("  C3:", FormatFarad(s.C3)) +
-           "Phases\n" + Padded("  Pi section:", FormatNumber(s.piPhase) + "deg.") +
+           Padded("  L2:", FormatHenry(s.L2)) + Padded("  C3:", FormatFarad(s.C3)) + "Phases\n" +
+           Padded("  Pi section:", FormatNumber(s.piPhase) + "deg.") +
            Padded("  L section:", FormatNumber(s.lPhase) + "deg.");
 }
 
 std::string StressSection(const StressDisplay& stresses) {
     std::string text = "Stresses and notes\n";
-    for (const auto& placed : stresses.texts) text += "  " + placed.text + "\n";
+    for (const auto& placed : stresses.texts)
+        text += "  " + placed.text + "\n";
     return text;
 }
 
@@ -75,15 +76,12 @@ std::string HarmonicSection(const std::vector<HarmonicRow>& rows) {
                   "Z angle");
     text += line;
     for (const auto& row : rows) {
-        std::snprintf(line, sizeof line, "  %-5s %-12s %12s %10s %12s %10s %14s %10s\n",
-                      kLabels[row.n],
-                      FormatHz(row.frequency).c_str(),
-                      FormatNumber(row.result.transmissionDb).c_str(),
-                      FormatNumber(row.result.transmissionPhase).c_str(),
-                      FormatNumber(row.result.returnDb).c_str(),
-                      FormatNumber(row.result.vswr).c_str(),
-                      FormatNumber(row.result.zMagnitude).c_str(),
-                      FormatNumber(row.zAngle).c_str());
+        std::snprintf(
+            line, sizeof line, "  %-5s %-12s %12s %10s %12s %10s %14s %10s\n", kLabels[row.n],
+            FormatHz(row.frequency).c_str(), FormatNumber(row.result.transmissionDb).c_str(),
+            FormatNumber(row.result.transmissionPhase).c_str(),
+            FormatNumber(row.result.returnDb).c_str(), FormatNumber(row.result.vswr).c_str(),
+            FormatNumber(row.result.zMagnitude).c_str(), FormatNumber(row.zAngle).c_str());
         text += line;
     }
     return text;
@@ -112,7 +110,8 @@ std::string DesignJson(const DesignOutcome& outcome) {
         .Number("genMultiplier", s.genMultiplier)
         .EndObject();
     json.BeginArray("messages");
-    for (const auto& message : outcome.messages) json.String({}, message);
+    for (const auto& message : outcome.messages)
+        json.String({}, message);
     json.EndArray();
     json.BeginObject("derived")
         .Number("omega", s.omega)

@@ -10,8 +10,8 @@ std::string JsonNumber(double value) {
     if (!std::isfinite(value)) return "null";
     char buffer[32];
     // Nine significant digits reproduce any single-precision value exactly.
-    const auto result = std::to_chars(buffer, buffer + sizeof buffer, value,
-                                      std::chars_format::general, 9);
+    const auto result =
+        std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::general, 9);
     return std::string(buffer, result.ptr);
 }
 
@@ -47,7 +47,9 @@ std::string JsonString(std::string_view text) {
     return quoted + "\"";
 }
 
-void JsonWriter::Indent() { text_.append(2 * firstInScope_.size(), ' '); }
+void JsonWriter::Indent() {
+    text_.append(2 * firstInScope_.size(), ' ');
+}
 
 void JsonWriter::Key(std::string_view key) {
     if (!firstInScope_.empty()) {

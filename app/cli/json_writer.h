@@ -8,7 +8,7 @@ namespace varo::cli {
 
 // A small writer for one JSON document: objects, arrays, strings and numbers, in order.
 class JsonWriter {
-public:
+  public:
     JsonWriter& BeginObject(std::string_view key = {});
     JsonWriter& EndObject();
     JsonWriter& BeginArray(std::string_view key = {});
@@ -20,7 +20,7 @@ public:
     JsonWriter& Bool(std::string_view key, bool value);
     const std::string& text() const { return text_; }
 
-private:
+  private:
     void Key(std::string_view key);
     void Indent();
     std::string text_;

@@ -10,7 +10,7 @@ namespace varo::cli {
 
 // The design screen's entry fields, held as texts by control name.
 class MapForm : public DesignForm {
-public:
+  public:
     std::string FieldText(std::string_view control) const override {
         const auto found = fields_.find(std::string(control));
         return found == fields_.end() ? std::string() : found->second;
@@ -19,7 +19,7 @@ public:
         fields_[std::string(control)] = std::string(text);
     }
 
-private:
+  private:
     std::map<std::string, std::string> fields_;
 };
 

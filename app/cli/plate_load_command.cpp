@@ -22,7 +22,7 @@ ClassOption ClassOptionNamed(const std::optional<std::string>& name) {
 
 // The helper screen's entries and labels, held as texts.
 class TextLoadHelpForm : public LoadHelpForm {
-public:
+  public:
     TextLoadHelpForm(std::string voltage, std::string power, ClassOption option)
         : voltage_(std::move(voltage)), power_(std::move(power)), option_(option) {}
     std::string VoltageText() const override { return voltage_; }
@@ -35,7 +35,7 @@ public:
     void SetNewLoadText(std::string_view text) override { newLoad_ = text; }
     const std::string& newLoadText() const { return newLoad_; }
 
-private:
+  private:
     std::string voltage_, power_, newLoad_;
     ClassOption option_;
 };
@@ -75,7 +75,8 @@ int RunPlateLoad(const std::vector<std::string>& words, std::ostream& out, std::
         .Number("classFactor", help.classFactor)
         .Number("newPlateLoad", help.newPlateLoad)
         .BeginArray("messages");
-    for (const auto& message : dialogs.messages()) json.String({}, message);
+    for (const auto& message : dialogs.messages())
+        json.String({}, message);
     json.EndArray().EndObject();
     out << json.text();
     return 0;

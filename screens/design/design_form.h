@@ -9,7 +9,7 @@ namespace varo {
 // ("txtFrequency", "txtQ", ...) and enabling a command button. The Qt screen implements it over
 // its widgets; tests and the command line implement it over a map.
 class DesignForm {
-public:
+  public:
     virtual ~DesignForm() = default;
     virtual std::string FieldText(std::string_view control) const = 0;
     virtual void SetFieldText(std::string_view control, std::string_view text) = 0;
@@ -19,7 +19,7 @@ public:
 // Redraw steps that end every recalculation: schematic, stresses, small plot (with the
 // harmonic table). The Qt screen implements them; the command line leaves them empty.
 class DesignRedraw {
-public:
+  public:
     virtual ~DesignRedraw() = default;
     virtual void DrawSchematic() {}
     virtual void ShowStresses() {}

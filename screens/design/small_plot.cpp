@@ -5,6 +5,7 @@
 #include <cmath>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "core/fault.h"
 #include "core/network.h"
@@ -36,8 +37,22 @@ constexpr float kMarkerRingWidth = 8;
 constexpr float kMarkerCentreWidth = 6;
 
 // The drawing code cannot measure text; an average Arial glyph is a little over half an em wide.
-float EstimatedTextWidth(std::string_view text) {
-    return static_cast<float>(text.size()) * kLabelHeight * 0.6f;
+float EstimatedTextWidth(std::string_view text, float pointSize = kLabelPointSize) {
+    return static_cast<float>(text.size()) * pointSize * kUnitsPerPoint * 0.6f;
+}
+
+// The width a grid label may take: the distance to the nearer neighbouring line, less a gap.
+float RoomAround(const std::vector<float>& xs, std::size_t i) {
+    float room = kPlotWidth;
+    if (i > 0) room = std::min(room, xs[i] - xs[i - 1]);
+    if (i + 1 < xs.size()) room = std::min(room, xs[i + 1] - xs[i]);
+    return room - kLabelGap;
+}
+
+float LabelPointSizeToFit(std::string_view label, float room) {
+    constexpr float kSmallestPointSize = 5.5f;
+    const float fitting = kLabelPointSize * room / EstimatedTextWidth(label);
+    return std::clamp(fitting, kSmallestPointSize, kLabelPointSize);
 }
 
 std::string Trimmed(std::string text) {
@@ -131,23 +146,23 @@ void DrawSmallPlotFrame(Surface& surface) {
 void DrawPlotGridFrequency(Surface& surface, const DesignState& state) {
     const auto scale = SmallPlotScale::From(state);
     if (!scale) return;
-    UseLabelFont(surface);
     const int last = std::min<int>(state.gridLastIndex, kGridEntries - 1);
-    // Towards the top of a decade the lines crowd together; a label that would run into the one
-    // before it is left out so every label shown stays readable.
-    float previousLabelRight = -1e9f;
-    for (int i = 0; i <= last; ++i) {
-        const float frequency = state.gridFrequencies[i];
-        const float x = scale->X(frequency);
-        surface.Line(x, kSmallPlotTop, x, kSmallPlotBottom, kPlotGrid);
-        const std::string label = Trimmed(FormatHz(frequency));
-        const float width = EstimatedTextWidth(label);
-        const float labelX = x - width / 2;
-        if (labelX < previousLabelRight + kLabelGap) continue;
+    std::vector<float> xs;
+    for (int i = 0; i <= last; ++i)
+        xs.push_back(scale->X(state.gridFrequencies[i]));
+    for (std::size_t i = 0; i < xs.size(); ++i) {
+        surface.Line(xs[i], kSmallPlotTop, xs[i], kSmallPlotBottom, kPlotGrid);
+        const std::string label = Trimmed(FormatHz(state.gridFrequencies[i]));
+        // Towards the top of a decade the lines crowd together: every line keeps its label,
+        // printed smaller where the room between its neighbours is short.
+        const float pointSize = LabelPointSizeToFit(label, RoomAround(xs, i));
+        const float width = EstimatedTextWidth(label, pointSize);
+        const float labelX = xs[i] - width / 2;
+        surface.SetFont(std::string(kLabelFont), pointSize);
         surface.Line(labelX, kFrequencyLabelY, labelX + width, kFrequencyLabelY, kWhite);
         surface.Text(labelX, kFrequencyLabelY, label);
-        previousLabelRight = labelX + width;
     }
+    UseLabelFont(surface);
 }
 
 void DrawPlotGridDb(Surface& surface, const DesignState& state) {

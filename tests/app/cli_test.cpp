@@ -27,17 +27,18 @@ std::string ReadFile(const std::filesystem::path& path) {
 }
 
 class TempFolder {
-public:
+  public:
     TempFolder() {
-        path_ = std::filesystem::temp_directory_path() /
-                ("varo-cli-test-" + std::to_string(::testing::UnitTest::GetInstance()->random_seed()) +
-                 "-" + ::testing::UnitTest::GetInstance()->current_test_info()->name());
+        path_ =
+            std::filesystem::temp_directory_path() /
+            ("varo-cli-test-" + std::to_string(::testing::UnitTest::GetInstance()->random_seed()) +
+             "-" + ::testing::UnitTest::GetInstance()->current_test_info()->name());
         std::filesystem::create_directories(path_);
     }
     ~TempFolder() { std::filesystem::remove_all(path_); }
     std::string operator/(const std::string& name) const { return (path_ / name).string(); }
 
-private:
+  private:
     std::filesystem::path path_;
 };
 
@@ -87,9 +88,9 @@ TEST(CliDesign, DefaultsGiveTheStartUpDesignAndAllKeys) {
     ASSERT_EQ(outcome.status, 0) << outcome.err;
     for (const char* key :
          {"\"inputs\"", "\"frequency\": 3900000", "\"plateR\": 1500", "\"intermediateR\": 300",
-          "\"loadR\": 50", "\"piQ\": 12", "\"genMultiplier\": 1", "\"messages\": []",
-          "\"derived\"", "\"omega\"", "\"lPhase\"", "\"stresses\"", "\"iL2\"", "\"harmonics\"",
-          "\"n\": 5", "\"zAngle\""})
+          "\"loadR\": 50", "\"piQ\": 12", "\"genMultiplier\": 1", "\"messages\": []", "\"derived\"",
+          "\"omega\"", "\"lPhase\"", "\"stresses\"", "\"iL2\"", "\"harmonics\"", "\"n\": 5",
+          "\"zAngle\""})
         EXPECT_NE(outcome.out.find(key), std::string::npos) << key;
     EXPECT_TRUE(outcome.err.empty());
 }
@@ -124,16 +125,17 @@ TEST(CliDesign, GeneratorResistanceSetsTheMultiplier) {
 TEST(CliDesign, ReadableReportShowsComponentsAndHarmonics) {
     const Outcome outcome = RunCli({"design", "--swing", "2500", "--power", "1000"});
     ASSERT_EQ(outcome.status, 0);
-    for (const char* text : {"Components", "C1:", "pF", "uH", "2.5kVpeak", "Total phase: ",
-                             "Harmonics", "Fund", "5th"})
+    for (const char* text : {"Components", "C1:", "pF", "uH", "2.5kVpeak",
+                             "Total phase: ", "Harmonics", "Fund", "5th"})
         EXPECT_NE(outcome.out.find(text), std::string::npos) << text;
 }
 
 TEST(CliDesign, WritesEveryRequestedFile) {
     TempFolder folder;
-    const Outcome outcome = RunCli(
-        {"design", "--ltspice", folder / "net.asc", "--quarn", folder / "net.kvf", "--sweep-csv",
-         folder / "sweep.csv", "--overlay-dir", folder / "", "--save-session", folder / "VARO.CFG"});
+    const Outcome outcome =
+        RunCli({"design", "--ltspice", folder / "net.asc", "--quarn", folder / "net.kvf",
+                "--sweep-csv", folder / "sweep.csv", "--overlay-dir", folder / "", "--save-session",
+                folder / "VARO.CFG"});
     ASSERT_EQ(outcome.status, 0) << outcome.err;
     EXPECT_EQ(ReadFile(folder / "net.asc").rfind("Version 4\r\nSHEET 1  1000 \r\n", 0), 0u);
     EXPECT_EQ(ReadFile(folder / "net.kvf").rfind("Quarn circuit file by VARO\r\n", 0), 0u);
@@ -157,8 +159,7 @@ TEST(CliDesign, SessionFileRoundTrip) {
 }
 
 TEST(CliDesign, UnwritableFileExitsOneAfterTheProgramsMessage) {
-    const Outcome outcome =
-        RunCli({"design", "--ltspice", "/nonexistent-folder/net.asc"});
+    const Outcome outcome = RunCli({"design", "--ltspice", "/nonexistent-folder/net.asc"});
     EXPECT_EQ(outcome.status, 1);
     EXPECT_NE(outcome.err.find("We could not write the LTspice schematic file"), std::string::npos);
 }

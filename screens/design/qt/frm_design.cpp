@@ -46,12 +46,8 @@ constexpr float kValuesNameX = 250;
 constexpr float kValuesValueX = 800;
 constexpr float kValuesReactanceX = 1900;
 
-// The whole-network row's load symbol reaches past kExplanationX, so on this screen the
-// explanatory block and the generator entry beside it stand further right.
-constexpr float kExplanationShift = 450;
-
 // Generator entry, beside "impedance here:".
-constexpr float kGeneratorEntryLeft = kExplanationX + kExplanationShift + 1450;
+constexpr float kGeneratorEntryLeft = kExplanationX + 1450;
 constexpr float kGeneratorEntryRight = kGeneratorEntryLeft + 900;
 constexpr float kGeneratorEntryHeight = 230;
 
@@ -461,9 +457,7 @@ void FrmDesign::ShowStresses() {
     const StressDisplay display = varo::ShowStresses(state_, reporter_);
     surface.SetFont(kSurfaceFont, kSurfacePointSize);
     for (const PlacedText& placed : display.texts) {
-        const float shift = placed.x == kExplanationX ? kExplanationShift : 0;
-        surface.Text(static_cast<float>(placed.x) + shift, static_cast<float>(placed.y),
-                     placed.text);
+        surface.Text(static_cast<float>(placed.x), static_cast<float>(placed.y), placed.text);
     }
     background_->update();
 }
