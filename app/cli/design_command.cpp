@@ -37,15 +37,6 @@ bool WriteTextFile(const std::string& path, const std::string& text, CliDialogs&
     return false;
 }
 
-// The entry fields as the design screen shows them for the starting values.
-void ShowStartingValues(const DesignState& state, MapForm& form) {
-    form.SetFieldText("txtFrequency", FormatHz(state.frequency));
-    form.SetFieldText("txtPlate", FormatNumber(state.plateR));
-    form.SetFieldText("txtIntermediate", FormatNumber(state.intermediateR));
-    form.SetFieldText("txtNominalLoad", FormatNumber(state.loadR));
-    form.SetFieldText("txtQ", PlainText(state.piQ));
-}
-
 // The plate-load helper is where swing and power are entered; they are read the same way.
 void TakeSwingAndPower(DesignState& state, const Arguments& args) {
     if (auto text = args.Value("--swing")) state.peakSwing = ParseEngNumber(*text);
@@ -106,7 +97,7 @@ int RunDesign(const std::vector<std::string>& words, std::ostream& out, std::ost
     TakeSwingAndPower(state, args);
 
     MapForm form;
-    ShowStartingValues(state, form);
+    ShowDesignInputs(state, form);
     for (const auto& [option, control] : kFieldOptions)
         if (auto text = args.Value(option)) form.SetFieldText(control, *text);
 

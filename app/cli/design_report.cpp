@@ -9,27 +9,13 @@
 
 namespace varo::cli {
 
-std::vector<HarmonicRow> AnalyzeHarmonics(DesignState& state, Reporter& reporter) {
-    std::vector<HarmonicRow> rows;
-    ComponentCalculations(state, reporter);
-    SetupLadder(state);
-    try {
-        for (int n = 1; n <= 5; ++n) {
-            HarmonicRow row;
-            row.n = n;
-            row.frequency = StoreSingle(static_cast<double>(n) * state.frequency);
-            state.analysisFrequency = row.frequency;
-            AnalyzeLadder(state, 0.0f, 0.0f, row.frequency, row.result);
-            row.zAngle = -row.result.zAngle;
-            rows.push_back(row);
-        }
-    } catch (const ArithmeticFault&) {
-        // The sweep has already told the user; the table simply ends here.
-    }
-    return rows;
-}
-
 namespace {
+
+// The impedance angle with the usual sign (positive for an inductive input), as the sweep
+// stores it.
+float UsualZAngle(const HarmonicRow& row) {
+    return -row.result.zAngle;
+}
 
 std::string Padded(const std::string& label, const std::string& value) {
     std::string line = label;
@@ -81,7 +67,7 @@ std::string HarmonicSection(const std::vector<HarmonicRow>& rows) {
             FormatHz(row.frequency).c_str(), FormatNumber(row.result.transmissionDb).c_str(),
             FormatNumber(row.result.transmissionPhase).c_str(),
             FormatNumber(row.result.returnDb).c_str(), FormatNumber(row.result.vswr).c_str(),
-            FormatNumber(row.result.zMagnitude).c_str(), FormatNumber(row.zAngle).c_str());
+            FormatNumber(row.result.zMagnitude).c_str(), FormatNumber(UsualZAngle(row)).c_str());
         text += line;
     }
     return text;
@@ -150,7 +136,7 @@ std::string DesignJson(const DesignOutcome& outcome) {
             .Number("returnDb", row.result.returnDb)
             .Number("vswr", row.result.vswr)
             .Number("zMagnitude", row.result.zMagnitude)
-            .Number("zAngle", row.zAngle)
+            .Number("zAngle", UsualZAngle(row))
             .EndObject();
     }
     json.EndArray();

@@ -5,17 +5,9 @@
 
 #include "core/design_state.h"
 #include "core/network.h"
+#include "screens/design/small_plot.h"
 
 namespace varo::cli {
-
-// One row of the harmonic analysis (n = 1 is the fundamental). zAngle has the usual sign:
-// positive for an inductive input.
-struct HarmonicRow {
-    int n = 0;
-    float frequency = 0;
-    LadderResult result;
-    float zAngle = 0;
-};
 
 // What `varo-cli design` shows: the state after the program's sequence, the stress texts, the
 // harmonics and the messages in order.
@@ -25,10 +17,6 @@ struct DesignOutcome {
     std::vector<HarmonicRow> harmonics;
     std::vector<std::string> messages;
 };
-
-// Analyses the fundamental and harmonics 2 to 5 the way the harmonic table does (the ladder is
-// laid out afresh first). A fault stops the list where it happened.
-std::vector<HarmonicRow> AnalyzeHarmonics(DesignState& state, Reporter& reporter);
 
 std::string DesignReportText(const DesignOutcome& outcome);
 std::string DesignJson(const DesignOutcome& outcome);

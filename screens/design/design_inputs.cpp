@@ -129,6 +129,14 @@ bool RunGuarded(Dialogs& dialogs, const std::function<void()>& step) {
     }
 }
 
+void ShowDesignInputs(const DesignState& state, DesignForm& form) {
+    form.SetFieldText("txtFrequency", FormatHz(state.frequency));
+    form.SetFieldText("txtPlate", FormatNumber(state.plateR));
+    form.SetFieldText("txtNominalLoad", FormatNumber(state.loadR));
+    form.SetFieldText("txtQ", PlainText(state.piQ));
+    form.SetFieldText("txtIntermediate", FormatNumber(state.intermediateR));
+}
+
 void ValidateInputs(DesignState& state, DesignForm& form, Dialogs& dialogs) {
     ValidateEntry(state.loadR, kLoadLimit, FormatNumber, form, dialogs);
     ValidateIntermediate(state, form, dialogs);

@@ -10,6 +10,9 @@
 
 namespace varo {
 
+// Fills the five design entries with the design's values as the screen shows them.
+void ShowDesignInputs(const DesignState& state, DesignForm& form);
+
 // Reads the five design entries into the state in a fixed order, raising each value that is
 // below its limit to the limit, rewriting the field and saying so. The intermediate checks run
 // before the plate entry is read, so they compare with the plate load of the previous design.

@@ -201,24 +201,32 @@ void DrawSmallPlot(Surface& surface, DesignState& state, Reporter& reporter) {
     ShowHarmonicTable(surface, state, reporter);
 }
 
-void ShowHarmonicTable(Surface& surface, DesignState& state, Reporter& reporter) {
+std::vector<HarmonicRow> AnalyzeHarmonics(DesignState& state, Reporter& reporter) {
     ComponentCalculations(state, reporter);
     SetupLadder(state);
-    UseLabelFont(surface);
-    DrawHarmonicHeaders(surface);
-    const auto scale = SmallPlotScale::From(state);
+    std::vector<HarmonicRow> rows;
     LadderResult result;
     try {
         for (int harmonic = 1; harmonic <= kHarmonicCount; ++harmonic) {
             state.analysisFrequency = StoreSingle(harmonic * static_cast<double>(state.frequency));
             AnalyzeLadder(state, 0, 0, state.analysisFrequency, result);
-            if (harmonic <= kMarkedHarmonics) {
-                MarkHarmonic(surface, scale, state.analysisFrequency, result.transmissionDb);
-            }
-            PrintHarmonicRow(surface, harmonic, state.analysisFrequency, result);
+            rows.push_back({harmonic, state.analysisFrequency, result});
         }
     } catch (const ArithmeticFault&) {
         // The sweep has already told the user about a network that cannot be analysed.
+    }
+    return rows;
+}
+
+void ShowHarmonicTable(Surface& surface, DesignState& state, Reporter& reporter) {
+    const std::vector<HarmonicRow> rows = AnalyzeHarmonics(state, reporter);
+    UseLabelFont(surface);
+    DrawHarmonicHeaders(surface);
+    const auto scale = SmallPlotScale::From(state);
+    for (const HarmonicRow& row : rows) {
+        if (row.n <= kMarkedHarmonics)
+            MarkHarmonic(surface, scale, row.frequency, row.result.transmissionDb);
+        PrintHarmonicRow(surface, row.n, row.frequency, row.result);
     }
     surface.SetLineWidth(1);
 }

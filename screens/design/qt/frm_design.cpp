@@ -403,11 +403,7 @@ void FrmDesign::showEvent(QShowEvent* event) {
 }
 
 void FrmDesign::LoadScreen() {
-    SetFieldText("txtFrequency", FormatHz(state_.frequency));
-    SetFieldText("txtPlate", FormatNumber(state_.plateR));
-    SetFieldText("txtNominalLoad", FormatNumber(state_.loadR));
-    SetFieldText("txtQ", PlainText(state_.piQ));
-    SetFieldText("txtIntermediate", FormatNumber(state_.intermediateR));
+    ShowDesignInputs(state_, *this);
     AcceptDesign(state_, *this, dialogs_, reporter_, *this);
     ShowDesignReadouts();
 }
