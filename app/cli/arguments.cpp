@@ -2,19 +2,19 @@
 
 namespace varo::cli {
 
-Arguments Arguments::Parse(const std::vector<std::string>& words, const OptionSpec& spec) {
+Arguments Arguments::Parse(const std::vector<std::string>& words, const OptionSpec& options) {
     Arguments parsed;
     for (std::size_t i = 0; i < words.size(); ++i) {
         const std::string& word = words[i];
         if (word.rfind("--", 0) != 0) throw UsageError("unexpected argument '" + word + "'");
         const auto equals = word.find('=');
         const std::string name = word.substr(0, equals);
-        if (spec.flags.count(name)) {
+        if (options.flags.count(name)) {
             if (equals != std::string::npos) throw UsageError(name + " takes no value");
             parsed.flags_.insert(name);
             continue;
         }
-        if (!spec.valued.count(name)) throw UsageError("unknown option '" + name + "'");
+        if (!options.valued.count(name)) throw UsageError("unknown option '" + name + "'");
         if (equals != std::string::npos) {
             parsed.values_[name] = word.substr(equals + 1);
         } else if (i + 1 < words.size() && words[i + 1].rfind('-', 0) != 0) {

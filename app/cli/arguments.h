@@ -24,7 +24,7 @@ struct OptionSpec {
 // second form lets a value begin with "-".
 class Arguments {
   public:
-    static Arguments Parse(const std::vector<std::string>& words, const OptionSpec& spec);
+    static Arguments Parse(const std::vector<std::string>& words, const OptionSpec& options);
 
     std::optional<std::string> Value(const std::string& name) const;
     std::string Required(const std::string& name) const;
