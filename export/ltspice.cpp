@@ -106,7 +106,10 @@ class SchematicWriter {
         text_.Line({"TEXT 0 416 Left 0 ", " ;Network Zin: ", FormatNumber(state_.plateR)});
         text_.Line(
             {"TEXT 0 448 Left 0 ", " ;Network output termination: ", PrintForm(state_.loadR)});
-        text_.Line({"TEXT 0 480 Left 0 ", " ;Rgen is generator internal impedance as specified"});
+        // The note says Rgen is the generator impedance the user entered on the design screen.
+        text_.Line({"TEXT 0 480 Left 0 ",
+                    " ;Rgen is generator internal impedance as "
+                    "specified"});
         text_.Line({"TEXT 0 512 Left 0 ", " ;Vgen is based on sum of Rgen and network Zin"});
         text_.Line({"TEXT 0 576 Left 0 ", " ;Drawn by VARO"});
     }
