@@ -18,16 +18,21 @@ struct DesignInputs {
 // The default design of a first run.
 inline constexpr DesignInputs kReferenceDesign{3.9e6f, 1500, 300, 50, 12};
 
+// Sets pi and the given inputs on an existing record.
+inline void SetDesign(DesignState& state, const DesignInputs& in, float genMultiplier = 1) {
+    InitialiseConstants(state);
+    state.frequency = in.frequency;
+    state.plateR = in.plateR;
+    state.intermediateR = in.intermediateR;
+    state.loadR = in.loadR;
+    state.piQ = in.piQ;
+    state.genMultiplier = genMultiplier;
+}
+
 // A fresh record (heap: the sweep arrays make it large) with pi set and the given inputs.
 inline std::unique_ptr<DesignState> MakeDesign(const DesignInputs& in, float genMultiplier = 1) {
     auto state = std::make_unique<DesignState>();
-    InitialiseConstants(*state);
-    state->frequency = in.frequency;
-    state->plateR = in.plateR;
-    state->intermediateR = in.intermediateR;
-    state->loadR = in.loadR;
-    state->piQ = in.piQ;
-    state->genMultiplier = genMultiplier;
+    SetDesign(*state, in, genMultiplier);
     return state;
 }
 

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "core/design_fixture.h"
+
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -26,14 +28,8 @@ std::string ReadBytes(const fs::path& path) {
 class DesignActionsTest : public ::testing::Test {
   protected:
     DesignActionsTest() : reporter(dialogs, form) {
-        InitialiseConstants(state);
         // The inputs as start-up reads them, and as the screen shows them.
-        state.frequency = 3.9e6f;
-        state.plateR = 1500;
-        state.intermediateR = 300;
-        state.loadR = 50;
-        state.piQ = 12;
-        state.genMultiplier = 1;
+        test::SetDesign(state, test::kReferenceDesign);
         state.peakSwing = 2500;
         state.rfPower = 1000;
         form.fields = {{"txtFrequency", "3.9M"},

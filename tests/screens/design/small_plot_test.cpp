@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "core/design_fixture.h"
+
 #include <algorithm>
 #include <string>
 #include <vector>
@@ -57,13 +59,7 @@ const DrawOp* TextAt(const Surface& surface, float x, float y) {
 class SmallPlotTest : public ::testing::Test {
   protected:
     void SetUp() override {
-        InitialiseConstants(state);
-        state.frequency = 3.5e6f;
-        state.plateR = 1500;
-        state.intermediateR = 300;
-        state.loadR = 50;
-        state.piQ = 12;
-        state.genMultiplier = 1;
+        test::SetDesign(state, {3.5e6f, 1500, 300, 50, 12});
         ASSERT_TRUE(ComponentCalculations(state, reporter));
         SetupLadder(state);
         ASSERT_TRUE(SweepRoutine(state, reporter));
