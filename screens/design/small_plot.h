@@ -8,6 +8,7 @@
 #include "core/network.h"
 #include "core/reporter.h"
 #include "platform/surface.h"
+#include "screens/design/design_results.h"
 
 namespace varo {
 
@@ -58,13 +59,6 @@ void DrawPlotGridDb(Surface& surface, const DesignState& state);
 // Recomputes the network, analyses it at the fundamental and harmonics 2 to 5, rings the first
 // three on the plot and prints the table under it.
 void ShowHarmonicTable(Surface& surface, DesignState& state, Reporter& reporter);
-
-// One analysed harmonic (n = 1 is the fundamental).
-struct HarmonicRow {
-    int n = 0;
-    float frequency = 0;
-    LadderResult result;
-};
 
 // The harmonic table's numbers: ComponentCalculations and SetupLadder, then the ladder analysed
 // at n x frequency for n = 1 to 5, each frequency left in analysisFrequency. A network that
