@@ -4,6 +4,7 @@
 
 #include "core/design_state.h"
 #include "core/network.h"
+#include "core/reporter.h"
 
 namespace varo {
 
@@ -22,5 +23,13 @@ struct DesignResults {
     std::vector<HarmonicRow> harmonics;  // fundamental and harmonics 2 to 5
     std::vector<float> gridFrequencies;  // log-axis grid lines between the sweep limits
 };
+
+// The harmonic table's numbers: ComponentCalculations and SetupLadder, then the ladder analysed
+// at n x frequency for n = 1 to 5, each frequency left in analysisFrequency. A network that
+// cannot be analysed ends the list at the fault (the sweep has already told the user).
+std::vector<HarmonicRow> AnalyzeHarmonics(DesignState& state, Reporter& reporter);
+
+// BuildLogGrid, then its entries as a list; empty when the grid cannot be built.
+std::vector<float> BuildGridFrequencies(DesignState& state);
 
 }  // namespace varo

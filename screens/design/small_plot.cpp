@@ -143,16 +143,16 @@ void DrawSmallPlotFrame(Surface& surface) {
     surface.OutlineBox(kSmallPlotLeft, top, kSmallPlotRight, bottom, kPlotOutline);
 }
 
-void DrawPlotGridFrequency(Surface& surface, const DesignState& state) {
+void DrawPlotGridFrequency(Surface& surface, const DesignState& state,
+                           const std::vector<float>& gridFrequencies) {
     const auto scale = SmallPlotScale::From(state);
     if (!scale) return;
-    const int last = std::min<int>(state.gridLastIndex, kGridEntries - 1);
     std::vector<float> xs;
-    for (int i = 0; i <= last; ++i)
-        xs.push_back(scale->X(state.gridFrequencies[i]));
+    for (float frequency : gridFrequencies)
+        xs.push_back(scale->X(frequency));
     for (std::size_t i = 0; i < xs.size(); ++i) {
         surface.Line(xs[i], kSmallPlotTop, xs[i], kSmallPlotBottom, kPlotGrid);
-        const std::string label = Trimmed(FormatHz(state.gridFrequencies[i]));
+        const std::string label = Trimmed(FormatHz(gridFrequencies[i]));
         // Towards the top of a decade the lines crowd together: every line keeps its label,
         // printed smaller where the room between its neighbours is short.
         const float pointSize = LabelPointSizeToFit(label, RoomAround(xs, i));
@@ -185,41 +185,19 @@ void DrawPlotGridDb(Surface& surface, const DesignState& state) {
     }
 }
 
-void DrawSmallPlot(Surface& surface, DesignState& state, Reporter& reporter) {
+void DrawSmallPlot(Surface& surface, const DesignState& state, const DesignResults& results) {
     DrawSmallPlotFrame(surface);
-    try {
-        BuildLogGrid(state);
-        DrawPlotGridFrequency(surface, state);
-    } catch (const ArithmeticFault&) {
-        // A grid too dense to list: the plot goes on without frequency lines.
-    }
+    DrawPlotGridFrequency(surface, state, results.gridFrequencies);
     DrawPlotGridDb(surface, state);
     if (const auto scale = SmallPlotScale::From(state)) {
         DrawCurve(surface, *scale, state, state.sweepTransmission, kTransmissionCurve);
         DrawCurve(surface, *scale, state, state.sweepReturn, kReturnCurve);
     }
-    ShowHarmonicTable(surface, state, reporter);
+    DrawHarmonicTable(surface, state, results);
 }
 
-std::vector<HarmonicRow> AnalyzeHarmonics(DesignState& state, Reporter& reporter) {
-    ComponentCalculations(state, reporter);
-    SetupLadder(state);
-    std::vector<HarmonicRow> rows;
-    LadderResult result;
-    try {
-        for (int harmonic = 1; harmonic <= kHarmonicCount; ++harmonic) {
-            state.analysisFrequency = StoreSingle(harmonic * static_cast<double>(state.frequency));
-            AnalyzeLadder(state, 0, 0, state.analysisFrequency, result);
-            rows.push_back({harmonic, state.analysisFrequency, result});
-        }
-    } catch (const ArithmeticFault&) {
-        // The sweep has already told the user about a network that cannot be analysed.
-    }
-    return rows;
-}
-
-void ShowHarmonicTable(Surface& surface, DesignState& state, Reporter& reporter) {
-    const std::vector<HarmonicRow> rows = AnalyzeHarmonics(state, reporter);
+void DrawHarmonicTable(Surface& surface, const DesignState& state, const DesignResults& results) {
+    const std::vector<HarmonicRow>& rows = results.harmonics;
     UseLabelFont(surface);
     DrawHarmonicHeaders(surface);
     const auto scale = SmallPlotScale::From(state);

@@ -48,21 +48,17 @@ class SmallPlotScale {
     double floorDb_;
 };
 
-// Frame, frequency grid, dB grid, the transmission and return curves, then the harmonic table.
-void DrawSmallPlot(Surface& surface, DesignState& state, Reporter& reporter);
+// Frame, frequency grid, dB grid, the transmission and return curves, then the harmonic table,
+// all from the design and the results of its last recalculation.
+void DrawSmallPlot(Surface& surface, const DesignState& state, const DesignResults& results);
 
 void DrawSmallPlotFrame(Surface& surface);
-// Runs after BuildLogGrid: one vertical line and one label per grid frequency.
-void DrawPlotGridFrequency(Surface& surface, const DesignState& state);
+// One vertical line and one label per grid frequency.
+void DrawPlotGridFrequency(Surface& surface, const DesignState& state,
+                           const std::vector<float>& gridFrequencies);
 void DrawPlotGridDb(Surface& surface, const DesignState& state);
 
-// Recomputes the network, analyses it at the fundamental and harmonics 2 to 5, rings the first
-// three on the plot and prints the table under it.
-void ShowHarmonicTable(Surface& surface, DesignState& state, Reporter& reporter);
-
-// The harmonic table's numbers: ComponentCalculations and SetupLadder, then the ladder analysed
-// at n x frequency for n = 1 to 5, each frequency left in analysisFrequency. A network that
-// cannot be analysed ends the list at the fault (the sweep has already told the user).
-std::vector<HarmonicRow> AnalyzeHarmonics(DesignState& state, Reporter& reporter);
+// Rings the first three harmonics on the plot and prints the table under it.
+void DrawHarmonicTable(Surface& surface, const DesignState& state, const DesignResults& results);
 
 }  // namespace varo

@@ -459,7 +459,10 @@ void FrmDesign::ShowStresses() {
 }
 
 void FrmDesign::DrawSmallPlot() {
-    varo::DrawSmallPlot(background_->surface(), state_, reporter_);
+    DesignResults results;
+    results.gridFrequencies = BuildGridFrequencies(state_);
+    results.harmonics = AnalyzeHarmonics(state_, reporter_);
+    varo::DrawSmallPlot(background_->surface(), state_, results);
     background_->update();
 }
 

@@ -66,10 +66,15 @@ class SmallPlotTest : public ::testing::Test {
         ComputeSectionPhases(state);
     }
 
-    void Draw() { DrawSmallPlot(surface, state, reporter); }
+    void Draw() {
+        results.gridFrequencies = BuildGridFrequencies(state);
+        results.harmonics = AnalyzeHarmonics(state, reporter);
+        DrawSmallPlot(surface, state, results);
+    }
 
     DesignState state;
     RecordingReporter reporter;
+    DesignResults results;
     Surface surface{12000, 9000};
 };
 
@@ -287,7 +292,9 @@ TEST(SmallPlotDegenerate, UnusableScaleDrawsNoCurvesAndNeverThrows) {
         EXPECT_FALSE(SmallPlotScale::From(state)) << c.name;
         Surface surface(12000, 9000);
         // The table then recomputes an empty design; whatever it reports, drawing goes on.
-        EXPECT_NO_THROW(DrawSmallPlot(surface, state, reporter)) << c.name;
+        DesignResults results;
+        results.harmonics = AnalyzeHarmonics(state, reporter);
+        EXPECT_NO_THROW(DrawSmallPlot(surface, state, results)) << c.name;
         EXPECT_EQ(surface.ops()[0].kind, Kind::FillBox) << c.name;
         EXPECT_TRUE(LinesIn(surface, kRed).empty()) << c.name;
     }
