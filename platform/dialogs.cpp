@@ -9,16 +9,28 @@ void ScriptedDialogs::ShowMessage(std::string_view text, std::string_view title,
                 std::string(text),
                 std::string(title.empty() ? kProgramTitle : title),
                 icon,
+                {},
                 {}};
     events_.push_back(std::move(event));
 }
 
 void ScriptedDialogs::Beep() {
-    events_.push_back(Event{Event::Kind::Beep, {}, {}, {}, {}});
+    events_.push_back(Event{Event::Kind::Beep, {}, {}, {}, {}, {}});
+}
+
+void ScriptedDialogs::ShowFailure(std::string_view text, std::string_view detail,
+                                  std::string_view title, MessageIcon icon) {
+    ShowMessage(text, title, icon);
+    events_.back().detail = detail;
+}
+
+void ScriptedDialogs::BeepFailure(std::string_view detail) {
+    Beep();
+    events_.back().detail = detail;
 }
 
 std::optional<std::string> ScriptedDialogs::AskSaveFileName(const SaveDialogRequest& request) {
-    events_.push_back(Event{Event::Kind::SaveDialog, request.title, {}, {}, request});
+    events_.push_back(Event{Event::Kind::SaveDialog, request.title, {}, {}, request, {}});
     if (saveAnswers_.empty()) return std::nullopt;
     auto answer = std::move(saveAnswers_.front());
     saveAnswers_.pop_front();

@@ -32,6 +32,16 @@ class Dialogs {
     virtual void Beep() = 0;
     // The chosen path, or nothing when the user cancelled.
     virtual std::optional<std::string> AskSaveFileName(const SaveDialogRequest& request) = 0;
+
+    // A failed file operation: the program's own sentence, and apart from it a detail naming the
+    // path and the system's reason. Without an override the detail is dropped, so what shows is
+    // exactly the plain message.
+    virtual void ShowFailure(std::string_view text, std::string_view /*detail*/,
+                             std::string_view title = {}, MessageIcon icon = MessageIcon::None) {
+        ShowMessage(text, title, icon);
+    }
+    // A failure the program reports by the beep alone; the detail is for whoever can show it.
+    virtual void BeepFailure(std::string_view /*detail*/) { Beep(); }
 };
 
 // Test double: records every message, beep and dialog in order, and answers save dialogs from a
@@ -44,12 +54,16 @@ class ScriptedDialogs : public Dialogs {
         std::string title;  // message title as shown (kProgramTitle when none was given)
         MessageIcon icon = MessageIcon::None;
         SaveDialogRequest request;
+        std::string detail;  // a failure's path and reason
     };
 
     void ShowMessage(std::string_view text, std::string_view title = {},
                      MessageIcon icon = MessageIcon::None) override;
     void Beep() override;
     std::optional<std::string> AskSaveFileName(const SaveDialogRequest& request) override;
+    void ShowFailure(std::string_view text, std::string_view detail, std::string_view title = {},
+                     MessageIcon icon = MessageIcon::None) override;
+    void BeepFailure(std::string_view detail) override;
 
     void AnswerNextSave(std::optional<std::string> path) {
         saveAnswers_.push_back(std::move(path));

@@ -1,20 +1,21 @@
 #include "platform/textfile.h"
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 
+#include "core/fault.h"
+#include "platform/save_file.h"
+
 namespace varo {
 
-namespace {
-
-std::string FailureText(std::string_view action, const std::string& path) {
-    const int error = errno;
-    std::string text = "Cannot " + std::string(action) + " " + path;
-    if (error != 0) text += ": " + std::string(std::strerror(error));
-    return text;
+std::string SystemReason(int error) {
+    return std::strerror(error);
 }
-
-}  // namespace
 
 void FileText::Line(std::initializer_list<std::string_view> items) {
     for (std::string_view item : items)
@@ -22,51 +23,57 @@ void FileText::Line(std::initializer_list<std::string_view> items) {
     text_ += kFileLineEnd;
 }
 
-TextFileWriter::TextFileWriter(const std::string& path) : path_(path) {
-    errno = 0;
-    file_.reset(std::fopen(path.c_str(), "wb"));
-    if (!file_) throw FileError(FailureText("create", path_));
-}
-
-void TextFileWriter::Write(std::string_view bytes) {
-    if (!file_) throw FileError("File already closed: " + path_);
-    errno = 0;
-    if (!bytes.empty() && std::fwrite(bytes.data(), 1, bytes.size(), file_.get()) != bytes.size())
-        throw FileError(FailureText("write", path_));
-}
-
-void TextFileWriter::Close() {
-    if (!file_) return;
-    errno = 0;
-    const bool flushed = std::fflush(file_.get()) == 0;
-    const bool closed = std::fclose(file_.release()) == 0;
-    if (!flushed || !closed) throw FileError(FailureText("write", path_));
-}
-
 void WriteTextFile(const std::string& path, const std::function<void(FileText&)>& build) {
-    TextFileWriter file(path);
     FileText text;
-    try {
-        build(text);
-    } catch (...) {
-        file.Write(text.str());
-        file.Close();
-        throw;
-    }
-    file.Write(text.str());
-    file.Close();
+    build(text);
+    SaveFile(path, text.str());
 }
 
-TextFileReader::TextFileReader(const std::string& path) {
-    errno = 0;
-    std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(path.c_str(), "rb"),
-                                                         &std::fclose);
-    if (!file) throw FileError(FailureText("open", path));
+std::optional<std::string> SaveFailure(const std::string& path, const std::function<void()>& save) {
+    try {
+        save();
+        return std::nullopt;
+    } catch (const FileError& failure) {
+        return failure.what();
+    } catch (const ArithmeticFault& fault) {
+        return path + ": " + fault.what();
+    }
+}
+
+InputFile::InputFile(const std::string& path) : path_(path) {
+    fd_ = ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    if (fd_ < 0) throw FileError(path_, SystemReason(errno));
+    struct stat info {};
+    const bool known = ::fstat(fd_, &info) == 0;
+    if (known && S_ISREG(info.st_mode)) return;
+    const std::string reason = !known                  ? SystemReason(errno)
+                               : S_ISDIR(info.st_mode) ? SystemReason(EISDIR)
+                                                       : "not a regular file";
+    ::close(fd_);
+    throw FileError(path_, reason);
+}
+
+InputFile::~InputFile() {
+    ::close(fd_);
+}
+
+std::size_t InputFile::Read(char* buffer, std::size_t size) {
+    for (;;) {
+        const ssize_t count = ::read(fd_, buffer, size);
+        if (count >= 0) return static_cast<std::size_t>(count);
+        if (errno != EINTR) throw FileError(path_, SystemReason(errno));
+    }
+}
+
+TextFileReader::TextFileReader(const std::string& path, std::size_t maxBytes) {
+    InputFile file(path);
     char buffer[4096];
-    std::size_t count = 0;
-    while ((count = std::fread(buffer, 1, sizeof buffer, file.get())) > 0)
+    while (text_.size() < maxBytes) {
+        const std::size_t count =
+            file.Read(buffer, std::min(sizeof buffer, maxBytes - text_.size()));
+        if (count == 0) break;
         text_.append(buffer, count);
-    if (std::ferror(file.get())) throw FileError(FailureText("read", path));
+    }
 }
 
 bool TextFileReader::ReadLine(std::string& line) {

@@ -1,9 +1,9 @@
 #pragma once
 
-#include <cstdio>
+#include <cstddef>
 #include <functional>
 #include <initializer_list>
-#include <memory>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -13,12 +13,17 @@ namespace varo {
 // Line end of every file the program writes.
 inline constexpr std::string_view kFileLineEnd = "\r\n";
 
-// A file could not be opened, read, written or closed. The writers and readers catch it at their
-// own boundary and take their failure path.
+// A file could not be opened, read or written. what() is "path: reason", the detail a failure
+// report shows beside the program's own sentence. The writers and readers catch it at their own
+// boundary and take their failure path.
 class FileError : public std::runtime_error {
   public:
-    explicit FileError(const std::string& what) : std::runtime_error(what) {}
+    FileError(const std::string& path, const std::string& reason)
+        : std::runtime_error(path + ": " + reason) {}
 };
+
+// The system's text for an error number ("No space left on device").
+std::string SystemReason(int error);
 
 // The text of a file built in memory before it is written: the items of a line are written back
 // to back with nothing between them, and every line ends in CR LF.
@@ -31,42 +36,41 @@ class FileText {
     std::string text_;
 };
 
-// A file opened for output: created, or emptied if it exists. Bytes are written as given (8-bit
-// text, no translation of line ends). The destructor closes the file, so every way out of a
-// writer, a fault included, leaves no file open: that is how "close all open files" holds on
-// every path.
-class TextFileWriter {
-  public:
-    explicit TextFileWriter(const std::string& path);  // throws FileError
-    void Write(std::string_view bytes);                // throws FileError
-    // Flushes and closes; a failure here (disk full) is a write failure. Throws FileError.
-    void Close();
-
-  private:
-    struct Closer {
-        void operator()(std::FILE* file) const { std::fclose(file); }
-    };
-    std::unique_ptr<std::FILE, Closer> file_;
-    std::string path_;
-};
-
-// Opens `path` for output, lets `build` fill the file's text, writes it and closes the file.
-// When `build` throws, the text built so far is written before the exception goes on, so a fault
-// in the middle leaves the same partial file that writing line by line would have left.
-// Throws FileError when the file cannot be opened or written; the file is closed on every path.
+// Lets `build` fill the file's text and saves it whole with SaveFile. When `build` throws, nothing
+// is written and the previous file stays. Throws FileError.
 void WriteTextFile(const std::string& path, const std::function<void(FileText&)>& build);
 
-// A text file opened for input, read whole on opening and then taken line by line. A line ends
-// at CR LF, and also at a lone LF or a lone CR, so files edited on any system read alike. The
-// file itself is closed before the constructor returns.
+// Runs `save`, which builds a file's text and saves it to `path`; returns the failure's detail
+// ("path: reason"), or nothing when the file was saved. An arithmetic fault raised while building
+// the text is a failure too, and nothing is written then.
+std::optional<std::string> SaveFailure(const std::string& path, const std::function<void()>& save);
+
+// A file opened for reading that can never hang the program: only a regular file is accepted, and
+// the open itself never waits (a pipe or a device is refused at once). Throws FileError.
+class InputFile {
+  public:
+    explicit InputFile(const std::string& path);
+    ~InputFile();
+    InputFile(const InputFile&) = delete;
+    InputFile& operator=(const InputFile&) = delete;
+
+    // Up to `size` bytes into `buffer`; 0 at the end of the file. Throws FileError.
+    std::size_t Read(char* buffer, std::size_t size);
+
+  private:
+    std::string path_;
+    int fd_ = -1;
+};
+
+// A text file read whole on opening, at most `maxBytes` of it, and then taken line by line. A
+// line ends at CR LF, and also at a lone LF or a lone CR, so files edited on any system read
+// alike. The file itself is closed before the constructor returns. Throws FileError.
 class TextFileReader {
   public:
-    explicit TextFileReader(const std::string& path);  // throws FileError
+    TextFileReader(const std::string& path, std::size_t maxBytes);
     bool AtEnd() const { return position_ >= text_.size(); }
-    // The next line without its line end; false (and `line` emptied) at the end of the file.
+    // The next line without its line end; false (and `line` emptied) at the end of the text.
     bool ReadLine(std::string& line);
-    // The whole text as read.
-    const std::string& text() const { return text_; }
 
   private:
     std::string text_;

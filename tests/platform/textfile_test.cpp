@@ -1,19 +1,34 @@
 #include "platform/textfile.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
-#include <stdexcept>
+#include <filesystem>
 #include <string>
 #include <vector>
 
+#include "core/fault.h"
+#include "platform/file_size_limit.h"
+#include "platform/save_file.h"
 #include "support/temp_folder.h"
+#include "support/time_limit.h"
 
 namespace varo {
 namespace {
 
+using namespace std::chrono_literals;
 using testing::ReadBytes;
 using testing::TempFolder;
 using testing::WriteBytes;
+
+std::vector<std::string> Entries(const TempFolder& folder) {
+    std::vector<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(folder.str()))
+        names.push_back(entry.path().filename().string());
+    std::sort(names.begin(), names.end());
+    return names;
+}
 
 TEST(FileText, WritesItemsBackToBackAndEndsEveryLineInCrLf) {
     FileText text;
@@ -23,53 +38,111 @@ TEST(FileText, WritesItemsBackToBackAndEndsEveryLineInCrLf) {
     EXPECT_EQ(text.str(), "SHEET 1  1000 \r\n\r\nab\r\n");
 }
 
-TEST(WriteTextFile, WritesTheBytesAsGivenAndEmptiesALongerFile) {
+TEST(SaveFile, WritesWholeOrLeavesThePreviousFileAndNoOtherFile) {
+    const struct {
+        const char* name;
+        std::size_t diskRoom;  // bytes a file may grow to before the disk is full
+        bool saved;
+    } cases[] = {
+        {"room enough", 1000, true},
+        {"full before the first byte", 0, false},
+        {"full in the middle", 5, false},
+    };
+    for (const auto& c : cases) {
+        TempFolder folder;
+        const std::string path = folder.File("out.txt");
+        WriteBytes(path, std::string(100, 'x'));
+        {
+            const FileSizeLimit disk(c.diskRoom);
+            if (c.saved) {
+                SaveFile(path, "one\ttwo\r\n");
+            } else {
+                EXPECT_THROW(SaveFile(path, "one\ttwo\r\n"), FileError) << c.name;
+            }
+        }
+        EXPECT_EQ(ReadBytes(path), c.saved ? "one\ttwo\r\n" : std::string(100, 'x')) << c.name;
+        EXPECT_EQ(Entries(folder), std::vector<std::string>{"out.txt"}) << c.name;
+    }
+}
+
+TEST(SaveFile, NamesThePathAndReasonWhereNoFileCanBeMade) {
+    TempFolder folder;
+    std::filesystem::create_directory(folder.File("sub"));
+    const struct {
+        std::string path, reason;
+    } cases[] = {
+        {folder.File("missing/out.txt"), "No such file or directory"},
+        {folder.File("sub"), "Is a directory"},
+    };
+    for (const auto& c : cases) {
+        try {
+            SaveFile(c.path, "x");
+            ADD_FAILURE() << c.path;
+        } catch (const FileError& failure) {
+            EXPECT_EQ(std::string(failure.what()), c.path + ": " + c.reason);
+        }
+    }
+    EXPECT_EQ(Entries(folder), std::vector<std::string>{"sub"});
+}
+
+TEST(SaveFile, ReplacesTheFileALinkNamesKeepingLinkAndPermissions) {
+    TempFolder folder;
+    WriteBytes(folder.File("real.txt"), "old");
+    ::chmod(folder.File("real.txt").c_str(), 0640);
+    std::filesystem::create_symlink("real.txt", folder.File("link.txt"));
+    SaveFile(folder.File("link.txt"), "new");
+    EXPECT_TRUE(std::filesystem::is_symlink(folder.File("link.txt")));
+    EXPECT_EQ(ReadBytes(folder.File("real.txt")), "new");
+    struct stat info {};
+    ::stat(folder.File("real.txt").c_str(), &info);
+    EXPECT_EQ(info.st_mode & 0777, 0640u);
+}
+
+TEST(SaveFile, WritesASpecialFileInPlaceAndNeverWaitsForAPipeReader) {
+    TempFolder folder;
+    testing::MakePipe(folder.File("pipe"));
+    ASSERT_TRUE(testing::FinishesWithin(2s, [&] {
+        SaveFile("/dev/null", "x");
+        EXPECT_THROW(SaveFile(folder.File("pipe"), "x"), FileError);
+    }));
+    struct stat info {};
+    ASSERT_EQ(::stat("/dev/null", &info), 0);
+    EXPECT_TRUE(S_ISCHR(info.st_mode)) << "/dev/null must never be replaced";
+}
+
+TEST(SaveFiles, AFailureWhileWritingAnyLeavesAllAsTheyWere) {
+    TempFolder folder;
+    WriteBytes(folder.File("a"), "old a");
+    WriteBytes(folder.File("b"), "old b");
+    const FileContents files[] = {{folder.File("a"), "new"}, {folder.File("b"), "longer new b"}};
+    {
+        const FileSizeLimit disk(8);  // room for the first new file, not the second
+        EXPECT_THROW(SaveFiles(files), FileError);
+    }
+    EXPECT_EQ(ReadBytes(folder.File("a")), "old a");
+    EXPECT_EQ(ReadBytes(folder.File("b")), "old b");
+    EXPECT_EQ(Entries(folder), (std::vector<std::string>{"a", "b"}));
+}
+
+TEST(SaveFailure, AFaultWhileBuildingWritesNothingAndNamesThePath) {
     TempFolder folder;
     const std::string path = folder.File("out.txt");
-    WriteBytes(path, std::string(100, 'x'));
-    WriteTextFile(path, [](FileText& text) { text.Line({"one\ttwo"}); });
-    EXPECT_EQ(ReadBytes(path), "one\ttwo\r\n");
+    WriteBytes(path, "old");
+    const auto failure = SaveFailure(path, [&] {
+        WriteTextFile(path, [](FileText& text) {
+            text.Line({"first"});
+            CheckedDivide(1, 0);
+        });
+    });
+    EXPECT_EQ(failure, path + ": " + ArithmeticFault(FaultKind::DivisionByZero).what());
+    EXPECT_EQ(ReadBytes(path), "old");
+    EXPECT_EQ(SaveFailure(path, [] {}), std::nullopt);
 }
 
-TEST(WriteTextFile, AFaultWhileBuildingStillWritesTheLinesBuiltBeforeIt) {
-    TempFolder folder;
-    const std::string path = folder.File("partial.txt");
-    EXPECT_THROW(WriteTextFile(path,
-                               [](FileText& text) {
-                                   text.Line({"first"});
-                                   throw std::runtime_error("fault");
-                               }),
-                 std::runtime_error);
-    EXPECT_EQ(ReadBytes(path), "first\r\n");
-}
-
-TEST(WriteTextFile, FailsToOpenWhereNoFileCanBeCreated) {
-    TempFolder folder;
-    for (const std::string& path : {folder.File("missing/out.txt"), folder.str()}) {
-        bool built = false;
-        EXPECT_THROW(WriteTextFile(path, [&](FileText&) { built = true; }), FileError) << path;
-        EXPECT_FALSE(built) << "nothing is built when the file cannot be opened";
-    }
-}
-
-TEST(TextFileWriter, ReportsAFullDisk) {
-    // Small writes sit in the buffer and fail only when it is flushed on closing.
-    for (const std::size_t size : {std::size_t{10}, std::size_t{100000}}) {
-        TextFileWriter file("/dev/full");
-        EXPECT_THROW(
-            {
-                file.Write(std::string(size, 'x'));
-                file.Close();
-            },
-            FileError)
-            << size;
-    }
-}
-
-std::vector<std::string> AllLines(const std::string& bytes) {
+std::vector<std::string> AllLines(const std::string& bytes, std::size_t maxBytes = 1000) {
     TempFolder folder;
     WriteBytes(folder.File("in.txt"), bytes);
-    TextFileReader file(folder.File("in.txt"));
+    TextFileReader file(folder.File("in.txt"), maxBytes);
     std::vector<std::string> lines;
     std::string line;
     while (file.ReadLine(line))
@@ -79,42 +152,47 @@ std::vector<std::string> AllLines(const std::string& bytes) {
     return lines;
 }
 
-TEST(TextFileReader, SplitsOnCrLfAndOnALoneCrOrLf) {
+TEST(TextFileReader, SplitsOnCrLfAndOnALoneCrOrLfUpToItsLimit) {
     using Lines = std::vector<std::string>;
     const struct {
         std::string bytes;
         Lines lines;
+        std::size_t maxBytes = 1000;
     } cases[] = {
         {"", {}},
         {"a\r\nb\r\n", {"a", "b"}},
         {"a\r\nb", {"a", "b"}},
         {"a\nb\n", {"a", "b"}},
         {"a\rb\r", {"a", "b"}},
-        {"\r\n", {""}},
         {"a\r\r\nb", {"a", "", "b"}},
         {"a\n\rb", {"a", "", "b"}},
         {" *x: 1 \r\n", {" *x: 1 "}},
+        {"ab\r\ncd\r\n", {"ab", "c"}, 5},
     };
     for (const auto& c : cases)
-        EXPECT_EQ(AllLines(c.bytes), c.lines) << c.bytes;
+        EXPECT_EQ(AllLines(c.bytes, c.maxBytes), c.lines) << c.bytes;
 }
 
 TEST(TextFileReader, IsAtItsEndRightAfterTheLastLineEnd) {
     TempFolder folder;
     WriteBytes(folder.File("in.txt"), "a\r\n\r\n");
-    TextFileReader file(folder.File("in.txt"));
+    TextFileReader file(folder.File("in.txt"), 100);
     std::string line;
     ASSERT_TRUE(file.ReadLine(line));
     EXPECT_FALSE(file.AtEnd());
     ASSERT_TRUE(file.ReadLine(line));
-    EXPECT_EQ(line, "");
     EXPECT_TRUE(file.AtEnd());
 }
 
-TEST(TextFileReader, FailsOnAMissingFileOrAFolder) {
+TEST(InputFile, RefusesAllButRegularFilesAtOnce) {
     TempFolder folder;
-    EXPECT_THROW(TextFileReader(folder.File("none.txt")), FileError);
-    EXPECT_THROW(TextFileReader(folder.str()), FileError);
+    testing::MakePipe(folder.File("pipe"));
+    for (const std::string& path :
+         {folder.File("none"), folder.str(), folder.File("pipe"), std::string("/dev/zero")}) {
+        EXPECT_TRUE(testing::FinishesWithin(2s, [&] {
+            EXPECT_THROW(InputFile file(path), FileError) << path;
+        })) << path;
+    }
 }
 
 }  // namespace
