@@ -29,8 +29,7 @@ constexpr int SignificantDigits() {
 // The shortest text that reads back as the same value, unless that needs more digits than the
 // type shows; then the value rounded to those digits.
 template <typename T>
-DecimalDigits GeneralDigits(T v) {
-    constexpr int precision = SignificantDigits<T>();
+DecimalDigits GeneralDigits(T v, int precision) {
     DecimalDigits d = numtext::ShortestDigits(v);
     if (d.count > precision) d = numtext::RoundToSignificant(static_cast<double>(v), precision);
     return d;
@@ -80,7 +79,7 @@ void AppendPlainForm(std::string& out, const DecimalDigits& d, LeadingZero leadi
 // The number without its sign. Exponent form once the integer part needs more digits than the
 // type shows; small magnitudes switch to exponent form below 1E-04, so they keep their digits.
 template <typename T>
-void AppendGeneralMagnitude(std::string& out, T v, LeadingZero leadingZero) {
+void AppendGeneralMagnitude(std::string& out, T v, LeadingZero leadingZero, int precision) {
     if (std::isnan(v)) {
         out += "nan";
         return;
@@ -93,9 +92,9 @@ void AppendGeneralMagnitude(std::string& out, T v, LeadingZero leadingZero) {
         out += '0';
         return;
     }
-    const DecimalDigits d = GeneralDigits(std::fabs(v));
+    const DecimalDigits d = GeneralDigits(std::fabs(v), precision);
     const int exponent = d.LeadingExponent();
-    if (exponent >= SignificantDigits<T>() || exponent < -4) {
+    if (exponent >= precision || exponent < -4) {
         AppendExponentForm(out, d);
     } else {
         AppendPlainForm(out, d, leadingZero);
@@ -105,14 +104,15 @@ void AppendGeneralMagnitude(std::string& out, T v, LeadingZero leadingZero) {
 enum class SignBlank { Shown, Omitted };
 
 template <typename T>
-std::string GeneralText(T v, SignBlank signBlank, LeadingZero leadingZero) {
+std::string GeneralText(T v, SignBlank signBlank, LeadingZero leadingZero,
+                        int precision = SignificantDigits<T>()) {
     std::string out;
     if (v < 0) {
         out += '-';
     } else if (signBlank == SignBlank::Shown) {
         out += ' ';
     }
-    AppendGeneralMagnitude(out, v, leadingZero);
+    AppendGeneralMagnitude(out, v, leadingZero, precision);
     return out;
 }
 
@@ -130,6 +130,14 @@ std::string FileText(T v) {
 }
 
 // ---- Engineering formatters ----------------------------------------------------------------
+
+// The formatters take finite values; an infinity shows as the largest single of its sign and NaN
+// as no value at all, so no text ever reads "inf" or "nan".
+float FiniteOrZero(float x) {
+    if (std::isnan(x)) return 0.0f;
+    if (std::isinf(x)) return std::copysign(FLT_MAX, x);
+    return x;
+}
 
 // Conversion to single precision that saturates to infinity instead of leaving the range.
 float SaturateToSingle(double x) {
@@ -162,24 +170,28 @@ struct PatternStep {
     std::string_view pattern;
 };
 
-std::string_view ChoosePattern(std::span<const PatternStep> steps, float v) {
+std::string_view ChoosePattern(std::span<const PatternStep> steps, double v) {
     for (const PatternStep& step : steps.first(steps.size() - 1)) {
         if (v > step.above) return step.pattern;
     }
     return steps.back().pattern;
 }
 
-float ScaleIntoBand(float x, const PrefixBand& band) {
-    return SaturateToSingle(double{x} / band.divisor);
+// The value in its band, in single precision; where that range ends (a huge value divided by a
+// small divisor) the double is kept, so the text still shows the size instead of "inf".
+double ScaleIntoBand(float x, const PrefixBand& band) {
+    const double scaled = double{x} / band.divisor;
+    return std::fabs(scaled) <= FLT_MAX ? double{static_cast<float>(scaled)} : scaled;
 }
 
 // Rendering with the pattern and reading the text back drops the "." the pattern leaves on whole
-// numbers and restores the leading zero below 1.
-std::string RenderScaled(float v, std::string_view pattern, std::string_view unit) {
-    // Only a value scaled out of the single range gets here; show it rather than a false zero.
-    if (!std::isfinite(v)) return PlainText(v) + std::string(unit);
-    const std::string patterned = FormatPattern(v, pattern);
-    std::string out = PlainText(numtext::ReadLeadingNumber(patterned));
+// numbers and restores the leading zero below 1. The read-back value shows at most 7 significant
+// digits, as a single does, so an extreme value gives "3.402823E+29G" and no text of any
+// formatter grows beyond 15 characters.
+std::string RenderScaled(double v, std::string_view pattern, std::string_view unit) {
+    const double readBack = numtext::ReadLeadingNumber(FormatPattern(v, pattern));
+    std::string out =
+        GeneralText(readBack, SignBlank::Omitted, LeadingZero::Shown, SignificantDigits<float>());
     out += unit;
     return out;
 }
@@ -237,8 +249,9 @@ constexpr PrefixBand kNumberBands[] = {
 constexpr double kNumberZeroLimit = 1e-5;
 
 std::string FormatComponent(float x, std::span<const PrefixBand> bands) {
+    x = FiniteOrZero(x);
     const PrefixBand& band = ChooseBand(bands, x, BandKey::Magnitude);
-    const float v = band.divisor == kNoCapacitance ? 0.0f : ScaleIntoBand(x, band);
+    const double v = band.divisor == kNoCapacitance ? 0.0 : ScaleIntoBand(x, band);
     if (v == 0) return "";
     return RenderScaled(v, ChoosePattern(kComponentPatterns, v), band.unit);
 }
@@ -377,15 +390,17 @@ void ParseEngNumber(std::string& text, float& value) {
 }
 
 std::string FormatEng(float x) {
+    x = FiniteOrZero(x);
     const PrefixBand& band = ChooseBand(kEngBands, x, BandKey::Magnitude);
-    const float v = ScaleIntoBand(x, band);
+    const double v = ScaleIntoBand(x, band);
     if (v == 0) return "0  ";
     return RenderScaled(v, ChoosePattern(kEngPatterns, v), band.unit);
 }
 
 std::string FormatHz(float x) {
+    x = FiniteOrZero(x);
     const PrefixBand& band = ChooseBand(kHzBands, x, BandKey::Value);
-    const float v = ScaleIntoBand(x, band);
+    const double v = ScaleIntoBand(x, band);
     if (v == 0) return "0.0 ";
     // The blank keeps positive frequencies aligned with negative ones.
     const std::string_view blank = v < 0 ? "" : " ";
@@ -401,9 +416,10 @@ std::string FormatFarad(float x) {
 }
 
 std::string FormatNumber(float x) {
+    x = FiniteOrZero(x);
     const PrefixBand& band = ChooseBand(kNumberBands, x, BandKey::Magnitude);
     const bool belowZeroLimit = !(std::fabs(double{x}) > kNumberZeroLimit);
-    const float v = belowZeroLimit ? 0.0f : ScaleIntoBand(x, band);
+    const double v = belowZeroLimit ? 0.0 : ScaleIntoBand(x, band);
     if (v == 0) return " 0.0000  ";
     return RenderScaled(v, band.pattern, band.unit);
 }
