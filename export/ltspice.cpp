@@ -177,13 +177,11 @@ std::string LTspiceSchematicText(const DesignState& state) {
 }
 
 bool WriteLTspiceSchematic(const DesignState& state, const std::string& path, Dialogs& dialogs) {
-    try {
+    const auto failure = SaveFailure(path, [&] {
         WriteTextFile(path, [&](FileText& text) { BuildLTspiceSchematic(state, text); });
-        return true;
-    } catch (const FileError&) {
-    } catch (const ArithmeticFault&) {
-    }
-    dialogs.ShowMessage(kWriteFailed);
+    });
+    if (!failure) return true;
+    dialogs.ShowFailure(kWriteFailed, *failure);
     return false;
 }
 

@@ -19,8 +19,9 @@ SaveDialogRequest LTspiceSaveRequest(std::string& spiceDefaultName);
 void BuildLTspiceSchematic(const DesignState& state, FileText& text);
 std::string LTspiceSchematicText(const DesignState& state);
 
-// Writes the schematic to `path`. On any failure shows "We could not write the LTspice schematic
-// file" and returns false; a partly written file is left as it stands.
+// Writes the schematic to `path`, whole or not at all. On any failure shows "We could not write
+// the LTspice schematic file" with the path and reason as detail, and returns false; a file
+// already at `path` stays as it was.
 bool WriteLTspiceSchematic(const DesignState& state, const std::string& path, Dialogs& dialogs);
 
 }  // namespace varo

@@ -98,13 +98,11 @@ std::string QuarnFileText(const DesignState& state, std::string_view date) {
 
 bool WriteQuarnFile(const DesignState& state, const std::string& path, Dialogs& dialogs,
                     std::string_view date) {
-    try {
+    const auto failure = SaveFailure(path, [&] {
         WriteTextFile(path, [&](FileText& text) { BuildQuarnFile(state, date, text); });
-        return true;
-    } catch (const FileError&) {
-    } catch (const ArithmeticFault&) {
-    }
-    dialogs.Beep();
+    });
+    if (!failure) return true;
+    dialogs.BeepFailure(*failure);
     return false;
 }
 

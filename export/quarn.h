@@ -18,8 +18,9 @@ SaveDialogRequest QuarnSaveRequest();
 void BuildQuarnFile(const DesignState& state, std::string_view date, FileText& text);
 std::string QuarnFileText(const DesignState& state, std::string_view date);
 
-// Writes the circuit file to `path`. On any failure it only beeps and returns false; a partly
-// written file stays on disk.
+// Writes the circuit file to `path`, whole or not at all. On any failure it only beeps (the path
+// and reason go with the beep as detail) and returns false; a file already at `path` stays as it
+// was.
 bool WriteQuarnFile(const DesignState& state, const std::string& path, Dialogs& dialogs,
                     std::string_view date);
 // The same with today's date.

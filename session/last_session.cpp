@@ -14,6 +14,8 @@ namespace {
 
 constexpr std::string_view kHeader = "VARO last-session file";
 constexpr std::string_view kWriteFailed = "The Last-Session file was not written correctly.";
+// A session file holds thirteen short lines; anything beyond this is not read.
+constexpr std::size_t kMostSessionBytes = 64 * 1024;
 
 // The five main inputs, in the order the file holds them.
 std::array<float DesignState::*, 5> MainInputs() {
@@ -70,7 +72,7 @@ bool ReadValues(UsefulLineReader& lines, DesignState& state,
 }
 
 void ReadSessionValues(DesignState& state, const std::string& sessionFilePath) {
-    TextFileReader file(sessionFilePath);
+    TextFileReader file(sessionFilePath, kMostSessionBytes);
     SetMainDefaults(state);
     UsefulLineReader lines(file);
     std::string ignored;
@@ -121,15 +123,14 @@ void ReadLastSession(DesignState& state, const std::string& sessionFilePath) {
 
 bool WriteLastSession(DesignState& state, const std::string& sessionFilePath, Dialogs& dialogs,
                       std::string_view date) {
-    try {
+    const auto failure = SaveFailure(sessionFilePath, [&] {
         WriteTextFile(sessionFilePath,
                       [&](FileText& text) { BuildSessionText(state, date, text); });
-        return true;
-    } catch (const FileError&) {
-        dialogs.Beep();
-        dialogs.ShowMessage(kWriteFailed);
-        return false;
-    }
+    });
+    if (!failure) return true;
+    dialogs.Beep();
+    dialogs.ShowFailure(kWriteFailed, *failure);
+    return false;
 }
 
 bool WriteLastSession(DesignState& state, const std::string& sessionFilePath, Dialogs& dialogs) {

@@ -7,6 +7,7 @@
 
 #include "core/fault.h"
 #include "core/numtext.h"
+#include "platform/save_file.h"
 #include "platform/system.h"
 #include "platform/textfile.h"
 
@@ -24,37 +25,80 @@ std::string PathIn(const std::string& folder, std::string_view name) {
     return (std::filesystem::path(folder) / name).string();
 }
 
-void BuildOverlayText(const DesignState& state, const std::array<float, kSweepPoints>& values,
-                      FileText& text) {
+std::string OverlayText(const DesignState& state, const std::array<float, kSweepPoints>& values) {
+    FileText text;
     for (int i = 0; i <= state.sweepIntervals; ++i) {
         const int at = CheckedIndex(i, 0, kSweepPoints - 1);
         text.Line({FileForm(state.sweepFrequency[at]), FileForm(values[at])});
     }
+    return text.str();
 }
 
+// A list item longer than this is no number the overlay could use.
+constexpr std::size_t kLongestItem = 64;
+// Twice the largest overlay any sweep writes; a larger file is refused without reading it all.
+constexpr std::size_t kMostOverlayBytes = 1024 * 1024;
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+
 // One list item: an optional sign, digits with "." as the decimal point, an optional exponent.
-bool ParseListNumber(std::string_view item, float& value) {
+OverlayReadError ParseListNumber(std::string_view item, float& value) {
     if (!item.empty() && item.front() == '+') item.remove_prefix(1);
     const char* end = item.data() + item.size();
     const auto [stop, error] = std::from_chars(item.data(), end, value);
-    return error == std::errc() && stop == end && std::isfinite(value);
-}
-
-// Takes the file's numbers as list input. Runs of blanks, commas and line ends count as one
-// separator, so a line's two numbers and the next line's read as consecutive values.
-OverlayReadError ParseListNumbers(std::string_view text, std::vector<float>& numbers) {
-    for (std::size_t start = text.find_first_not_of(kListSeparators);
-         start != std::string_view::npos; start = text.find_first_not_of(kListSeparators, start)) {
-        const std::size_t end = std::min(text.find_first_of(kListSeparators, start), text.size());
-        if (numbers.size() == kMostNumbers) return OverlayReadError::TooManyPoints;
-        float value = 0;
-        if (!ParseListNumber(text.substr(start, end - start), value))
-            return OverlayReadError::NotANumber;
-        numbers.push_back(value);
-        start = end;
-    }
+    if (stop != end || item.empty()) return OverlayReadError::NotANumber;
+    if (error == std::errc::result_out_of_range) return OverlayReadError::OutOfRange;
+    if (error != std::errc() || !std::isfinite(value)) return OverlayReadError::NotANumber;
     return OverlayReadError::None;
 }
+
+// Takes the file's numbers as list input, chunk by chunk as they are read, and stops at the first
+// thing that makes the file unusable. Runs of blanks, commas and line ends count as one separator,
+// so a line's two numbers and the next line's read as consecutive values.
+class ListNumberReader {
+  public:
+    OverlayReadError Take(std::string_view chunk) {
+        if (atStart_ && chunk.substr(0, kByteOrderMark.size()) == kByteOrderMark)
+            chunk.remove_prefix(kByteOrderMark.size());
+        atStart_ = false;
+        for (const char ch : chunk) {
+            const OverlayReadError error = TakeCharacter(ch);
+            if (error != OverlayReadError::None) return error;
+        }
+        return OverlayReadError::None;
+    }
+
+    // The end of the file ends the last item.
+    OverlayReadError Finish() {
+        const OverlayReadError error = EndItem();
+        if (error != OverlayReadError::None) return error;
+        return numbers_.empty() ? OverlayReadError::Empty : OverlayReadError::None;
+    }
+
+    const std::vector<float>& numbers() const { return numbers_; }
+
+  private:
+    OverlayReadError TakeCharacter(char ch) {
+        if (kListSeparators.find(ch) != std::string_view::npos) return EndItem();
+        if (item_.empty() && numbers_.size() == kMostNumbers)
+            return OverlayReadError::TooManyPoints;
+        if (item_.size() == kLongestItem) return OverlayReadError::NotANumber;
+        item_ += ch;
+        return OverlayReadError::None;
+    }
+
+    OverlayReadError EndItem() {
+        if (item_.empty()) return OverlayReadError::None;
+        float value = 0;
+        const OverlayReadError error = ParseListNumber(item_, value);
+        item_.clear();
+        if (error == OverlayReadError::None) numbers_.push_back(value);
+        return error;
+    }
+
+    std::vector<float> numbers_;
+    std::string item_;
+    bool atStart_ = true;
+};
 
 // The overlay is drawn on a logarithmic frequency axis, so every frequency must be above 0.
 OverlayReadError CheckPairs(const std::vector<float>& numbers) {
@@ -73,40 +117,50 @@ void TakePairs(const std::vector<float>& numbers, DesignState& state, OverlayDat
     overlay.overlayLastIndex = static_cast<std::int16_t>(static_cast<int>(pairs) - 1);
 }
 
-OverlayReadError ReadNumbers(const std::string& path, std::vector<float>& numbers) {
+OverlayReadError ReadNumbers(InputFile& file, ListNumberReader& numbers) {
+    char buffer[16 * 1024];
+    for (std::size_t total = 0;;) {
+        const std::size_t count = file.Read(buffer, sizeof buffer);
+        if (count == 0) return numbers.Finish();
+        total += count;
+        const OverlayReadError error = numbers.Take(std::string_view(buffer, count));
+        if (error != OverlayReadError::None) return error;
+        if (total > kMostOverlayBytes) return OverlayReadError::TooLarge;
+    }
+}
+
+OverlayReadResult ReadNumbers(const std::string& path, ListNumberReader& numbers) {
     try {
-        const TextFileReader file(path);
-        return ParseListNumbers(file.text(), numbers);
-    } catch (const FileError&) {
-        return OverlayReadError::Unreadable;
+        InputFile file(path);
+        return OverlayReadResult{ReadNumbers(file, numbers), {}};
+    } catch (const FileError& failure) {
+        return OverlayReadResult{OverlayReadError::Unreadable, failure.what()};
     }
 }
 
 }  // namespace
 
 bool WriteOverlayFiles(const DesignState& state, const std::string& folder, Dialogs& dialogs) {
-    try {
-        WriteTextFile(PathIn(folder, kOverlayTransmissionFile), [&](FileText& text) {
-            BuildOverlayText(state, state.sweepTransmission, text);
-        });
-        WriteTextFile(PathIn(folder, kOverlayReturnFile),
-                      [&](FileText& text) { BuildOverlayText(state, state.sweepReturn, text); });
-        return true;
-    } catch (const FileError&) {
-    } catch (const ArithmeticFault&) {
-    }
+    const auto failure = SaveFailure(folder, [&] {
+        const FileContents files[] = {
+            {PathIn(folder, kOverlayTransmissionFile), OverlayText(state, state.sweepTransmission)},
+            {PathIn(folder, kOverlayReturnFile), OverlayText(state, state.sweepReturn)},
+        };
+        SaveFiles(files);
+    });
+    if (!failure) return true;
     dialogs.Beep();
-    dialogs.ShowMessage(kWriteFailed);
+    dialogs.ShowFailure(kWriteFailed, *failure);
     return false;
 }
 
 OverlayReadResult ReadOverlayFile(const std::string& path, DesignState& state,
                                   OverlayData& overlay) {
-    std::vector<float> numbers;
-    OverlayReadError error = ReadNumbers(path, numbers);
-    if (error == OverlayReadError::None) error = CheckPairs(numbers);
-    if (error == OverlayReadError::None) TakePairs(numbers, state, overlay);
-    return OverlayReadResult{error};
+    ListNumberReader numbers;
+    OverlayReadResult result = ReadNumbers(path, numbers);
+    if (result.ok()) result.error = CheckPairs(numbers.numbers());
+    if (result.ok()) TakePairs(numbers.numbers(), state, overlay);
+    return result;
 }
 
 std::string OverlayReadErrorText(std::string_view fileName, OverlayReadError error) {
@@ -117,8 +171,17 @@ std::string OverlayReadErrorText(std::string_view fileName, OverlayReadError err
         case OverlayReadError::Unreadable:
             problem = " could not be read";
             break;
+        case OverlayReadError::Empty:
+            problem = " holds no numbers";
+            break;
+        case OverlayReadError::TooLarge:
+            problem = " is larger than any overlay file (over 1 MiB)";
+            break;
         case OverlayReadError::NotANumber:
             problem = " holds text that is not a number";
+            break;
+        case OverlayReadError::OutOfRange:
+            problem = " holds a number that is out of range";
             break;
         case OverlayReadError::OddCount:
             problem = " ends with a frequency that has no value";
@@ -145,7 +208,7 @@ bool ReadOverlayFiles(DesignState& state, OverlayData& overlay, const std::strin
         }
         const OverlayReadResult result = ReadOverlayFile(*path, state, overlay);
         if (!result.ok()) {
-            dialogs.ShowMessage(OverlayReadErrorText(name, result.error), {},
+            dialogs.ShowFailure(OverlayReadErrorText(name, result.error), result.detail, {},
                                 MessageIcon::Exclamation);
             return false;
         }

@@ -22,15 +22,20 @@ struct OverlayData {
     std::int16_t overlayLastIndex = -1;  // index of the last pair read; -1 before the first
 };
 
-// Writes "Data.S21" (frequency and transmission) and then "Data.S11" (frequency and return)
-// into `folder`, one line per sweep point. On a failure it beeps, shows "We are unable to write
-// an overlay file" and returns false; a file written before the failure stays.
+// Writes "Data.S21" (frequency and transmission) and "Data.S11" (frequency and return) into
+// `folder`, one line per sweep point, both or neither: a failure while writing leaves both
+// previous files as they were, so a new curve is never read beside an old one. On a failure it
+// beeps, shows "We are unable to write an overlay file" with the path and reason as detail, and
+// returns false.
 bool WriteOverlayFiles(const DesignState& state, const std::string& folder, Dialogs& dialogs);
 
 enum class OverlayReadError {
     None,
-    Unreadable,
+    Unreadable,  // missing, unreadable, or no regular file (a pipe, a device)
+    Empty,
+    TooLarge,
     NotANumber,
+    OutOfRange,  // beyond the single-precision range, either way
     OddCount,
     TooManyPoints,
     FrequencyNotPositive,
@@ -38,13 +43,16 @@ enum class OverlayReadError {
 
 struct OverlayReadResult {
     OverlayReadError error = OverlayReadError::None;
+    std::string detail;  // for Unreadable: the path and the system's reason
     bool ok() const { return error == OverlayReadError::None; }
 };
 
 // Reads one overlay file: numbers separated by blanks, commas or line ends, taken in pairs of
-// frequency and value. Only a file that is wholly usable is taken: then its frequencies go into
-// sweepFrequency[0..n], its values into overlayValue[0..n], and overlayLastIndex becomes n.
-// A rejected file changes nothing, so the current sweep is kept.
+// frequency and value, after a UTF-8 byte-order mark if there is one. Only a file that is wholly
+// usable is taken: then its frequencies go into sweepFrequency[0..n], its values into
+// overlayValue[0..n], and overlayLastIndex becomes n. A rejected file changes nothing, so the
+// current sweep is kept. Reading stops at the first fault (at the latest at the 2002nd pair or
+// past 1 MiB), so any file is judged quickly and in little memory.
 OverlayReadResult ReadOverlayFile(const std::string& path, DesignState& state,
                                   OverlayData& overlay);
 

@@ -9,6 +9,7 @@
 #include "core/fault.h"
 #include "export/design_cases.h"
 #include "platform/dialogs.h"
+#include "platform/file_size_limit.h"
 #include "support/decimal_comma_locale.h"
 #include "support/temp_folder.h"
 
@@ -19,6 +20,7 @@ using testing::HandDesign;
 using testing::LSection;
 using testing::ReadBytes;
 using testing::TempFolder;
+using testing::WriteBytes;
 using Kind = ScriptedDialogs::Event::Kind;
 
 // Header, source block at x 0, C1 at x 224 and L1 at x 320, for the hand design.
@@ -208,32 +210,37 @@ TEST(WriteLTspiceSchematic, WritesTheFileSilently) {
     EXPECT_EQ(ReadBytes(path), ExpectedFiles()[0].bytes);
 }
 
-TEST(WriteLTspiceSchematic, FailuresShowTheMessageOnceAndLeaveThePartialFile) {
+TEST(WriteLTspiceSchematic, AFailureKeepsThePreviousFileAndNamesPathAndReason) {
     TempFolder folder;
+    const std::string path = folder.File("design.ASC");
+    const std::string missing = folder.File("missing/x.ASC");
     DesignState zeroPlate = HandDesign(LSection::None);
     zeroPlate.plateR = 0;
     const struct {
         const char* name;
         DesignState state;
         std::string path;
-        bool fileLeft;
+        std::size_t diskRoom;
+        std::string detail;
     } cases[] = {
-        {"no such folder", HandDesign(LSection::None), folder.File("missing/x.ASC"), false},
-        {"disk full", HandDesign(LSection::None), "/dev/full", false},
-        {"plate 0", zeroPlate, folder.File("partial.ASC"), true},
+        {"no such folder", HandDesign(LSection::None), missing, SIZE_MAX,
+         missing + ": No such file or directory"},
+        {"disk full", HandDesign(LSection::None), path, 100, path + ": File too large"},
+        {"plate 0", zeroPlate, path, SIZE_MAX, path + ": Division by zero"},
     };
     for (const auto& c : cases) {
+        WriteBytes(path, "previous");
         ScriptedDialogs dialogs;
-        EXPECT_FALSE(WriteLTspiceSchematic(c.state, c.path, dialogs)) << c.name;
+        {
+            const FileSizeLimit disk(c.diskRoom);
+            EXPECT_FALSE(WriteLTspiceSchematic(c.state, c.path, dialogs)) << c.name;
+        }
         ASSERT_EQ(dialogs.events().size(), 1u) << c.name;
         EXPECT_EQ(dialogs.events()[0].kind, Kind::Message);
         EXPECT_EQ(dialogs.events()[0].text, "We could not write the LTspice schematic file");
         EXPECT_EQ(dialogs.events()[0].title, kProgramTitle);
-        if (c.fileLeft) {
-            EXPECT_EQ(ReadBytes(c.path),
-                      "Version 4\r\nSHEET 1  1000 \r\nSYMBOL voltage  0  64 R0\r\n"
-                      "WINDOW 123 24 132 Left 0\r\nSYMATTR InstName Vgen\r\n");
-        }
+        EXPECT_EQ(dialogs.events()[0].detail, c.detail);
+        EXPECT_EQ(ReadBytes(path), "previous") << c.name;
     }
 }
 

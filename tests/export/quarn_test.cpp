@@ -10,6 +10,7 @@
 #include "core/network.h"
 #include "export/design_cases.h"
 #include "platform/dialogs.h"
+#include "platform/file_size_limit.h"
 #include "support/decimal_comma_locale.h"
 #include "support/temp_folder.h"
 
@@ -20,6 +21,8 @@ using testing::HandDesign;
 using testing::LSection;
 using testing::ReadBytes;
 using testing::TempFolder;
+using testing::WriteBytes;
+using Kind = ScriptedDialogs::Event::Kind;
 
 const char kDate[] = "11/15/2026";
 
@@ -120,31 +123,32 @@ TEST(WriteQuarnFile, WritesTheFileSilently) {
     EXPECT_EQ(ReadBytes(path), ExpectedFiles()[2].second);
 }
 
-TEST(WriteQuarnFile, FailuresOnlyBeep) {
+TEST(WriteQuarnFile, AFailureOnlyBeepsAndKeepsThePreviousFile) {
     TempFolder folder;
-    for (const std::string& path : {folder.File("missing/x.KVF"), std::string("/dev/full")}) {
+    const std::string path = folder.File("design.KVF");
+    DesignState beyondArrays = HandDesign(LSection::None);
+    beyondArrays.elementCount = kLadderPositions;  // one position past the last
+    const struct {
+        const char* name;
+        DesignState state;
+        std::size_t diskRoom;
+        std::string detail;
+    } cases[] = {
+        {"disk full", HandDesign(LSection::None), 100, path + ": File too large"},
+        {"ladder beyond its arrays", beyondArrays, SIZE_MAX, path + ": Index out of range"},
+    };
+    for (const auto& c : cases) {
+        WriteBytes(path, "previous");
         ScriptedDialogs dialogs;
-        EXPECT_FALSE(WriteQuarnFile(HandDesign(LSection::None), path, dialogs, kDate)) << path;
-        EXPECT_EQ(dialogs.beeps(), 1) << path;
-        EXPECT_TRUE(dialogs.messages().empty()) << path;
+        {
+            const FileSizeLimit disk(c.diskRoom);
+            EXPECT_FALSE(WriteQuarnFile(c.state, path, dialogs, kDate)) << c.name;
+        }
+        ASSERT_EQ(dialogs.events().size(), 1u) << c.name;
+        EXPECT_EQ(dialogs.events()[0].kind, Kind::Beep);
+        EXPECT_EQ(dialogs.events()[0].detail, c.detail);
+        EXPECT_EQ(ReadBytes(path), "previous") << c.name;
     }
-}
-
-TEST(WriteQuarnFile, ALadderBeyondItsArraysLeavesThePartialFile) {
-    TempFolder folder;
-    const std::string path = folder.File("partial.KVF");
-    DesignState state = HandDesign(LSection::None);
-    state.elementCount = kLadderPositions;  // one position past the last
-    for (int i = 1; i < kLadderPositions; ++i)
-        state.elementType[i] = 0;
-    ScriptedDialogs dialogs;
-    EXPECT_FALSE(WriteQuarnFile(state, path, dialogs, kDate));
-    EXPECT_EQ(dialogs.beeps(), 1);
-    EXPECT_TRUE(dialogs.messages().empty());
-    std::string gjLines;
-    for (int i = 0; i < kLadderPositions; ++i)
-        gjLines += "0   0\r\n";
-    EXPECT_EQ(ReadBytes(path), Head(" 11  21  21 A 0 ") + gjLines + kElementsHeading);
 }
 
 TEST(QuarnSaveRequest, ProposesNoName) {

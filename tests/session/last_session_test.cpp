@@ -6,11 +6,14 @@
 #include <vector>
 
 #include "platform/dialogs.h"
+#include "platform/file_size_limit.h"
 #include "support/temp_folder.h"
+#include "support/time_limit.h"
 
 namespace varo {
 namespace {
 
+using namespace std::chrono_literals;
 using testing::ReadBytes;
 using testing::TempFolder;
 using testing::WriteBytes;
@@ -47,6 +50,12 @@ std::ostream& operator<<(std::ostream& out, const Inputs& in) {
 constexpr Inputs kBefore{1, 2, 3, 4, 5, 11, 22, 33};
 // The defaults, with swing, spare and power as they were.
 constexpr Inputs kDefaults{3900000, 1500, 300, 50, 12, 11, 22, 33};
+
+const char kFullFile[] =
+    "VARO last-session file\r\n\r\n11/15/2026\r\n\r\n"
+    "Frequency: 7150000\r\nPlate impedance: 2000\r\nIntermediate impedance: 250\r\n"
+    "Load impedance: 75\r\nPI-section Q: 10\r\nPeak plate voltage swing: 2500\r\n"
+    "Spare: 0\r\nRF power: 1000\r\n\r\n";
 
 TEST(WriteLastSession, WritesTheThirteenLabelledLines) {
     const struct {
@@ -99,20 +108,34 @@ TEST(WriteLastSession, ExponentFormFrequenciesReadBackUnchanged) {
     EXPECT_EQ(InputsOf(read), InputsOf(written));
 }
 
-TEST(WriteLastSession, AFailureBeepsAndShowsTheMessageOnce) {
+TEST(WriteLastSession, AFailureBeepsShowsTheMessageAndKeepsThePreviousFile) {
     TempFolder folder;
-    for (const std::string& path :
-         {folder.File("missing/VARO.CFG"), folder.str(), std::string("/dev/full")}) {
+    const std::string path = SessionFilePath(folder.str());
+    const std::string missing = folder.File("missing/VARO.CFG");
+    const struct {
+        std::string path;
+        std::size_t diskRoom;
+        std::string detail;
+    } cases[] = {
+        {path, 0, path + ": File too large"},
+        {missing, SIZE_MAX, missing + ": No such file or directory"},
+    };
+    for (const auto& c : cases) {
+        WriteBytes(path, kFullFile);
         DesignState state;
         Fill(state, {3900000, 1500, 300, 50, 12, 2500, 0, 1000});
         ScriptedDialogs dialogs;
-        EXPECT_FALSE(WriteLastSession(state, path, dialogs, "11/15/2026")) << path;
-        ASSERT_EQ(dialogs.events().size(), 2u) << path;
+        {
+            const FileSizeLimit disk(c.diskRoom);
+            EXPECT_FALSE(WriteLastSession(state, c.path, dialogs, "11/15/2026")) << c.path;
+        }
+        ASSERT_EQ(dialogs.events().size(), 2u) << c.path;
         EXPECT_EQ(dialogs.events()[0].kind, Kind::Beep);
         EXPECT_EQ(dialogs.events()[1].kind, Kind::Message);
         EXPECT_EQ(dialogs.events()[1].text, "The Last-Session file was not written correctly.");
         EXPECT_EQ(dialogs.events()[1].title, kProgramTitle);
-        EXPECT_EQ(dialogs.events()[1].icon, MessageIcon::None);
+        EXPECT_EQ(dialogs.events()[1].detail, c.detail);
+        EXPECT_EQ(ReadBytes(path), kFullFile);
     }
 }
 
@@ -127,12 +150,6 @@ Inputs ReadFrom(const std::string& bytes) {
     EXPECT_EQ(state.genMultiplier, 1.0f);
     return InputsOf(state);
 }
-
-const char kFullFile[] =
-    "VARO last-session file\r\n\r\n11/15/2026\r\n\r\n"
-    "Frequency: 7150000\r\nPlate impedance: 2000\r\nIntermediate impedance: 250\r\n"
-    "Load impedance: 75\r\nPI-section Q: 10\r\nPeak plate voltage swing: 2500\r\n"
-    "Spare: 0\r\nRF power: 1000\r\n\r\n";
 
 TEST(ReadLastSession, TakesUsefulLinesByPositionOnly) {
     const struct {
@@ -185,26 +202,19 @@ TEST(ReadLastSession, TakesUsefulLinesByPositionOnly) {
         EXPECT_EQ(ReadFrom(c.bytes), c.expected) << c.name;
 }
 
-TEST(ReadLastSession, AMissingFileGivesTheDefaultsAndMultiplierOne) {
+// No file, or none that can be read as one, ends the read at once and silently.
+TEST(ReadLastSession, AnythingButARegularFileGivesTheDefaultsAtOnce) {
     TempFolder folder;
-    DesignState fresh;
-    ReadLastSession(fresh, SessionFilePath(folder.str()));
-    EXPECT_EQ(InputsOf(fresh), (Inputs{3900000, 1500, 300, 50, 12, 0, 0, 0}));
-    EXPECT_EQ(fresh.genMultiplier, 1.0f);
-
-    DesignState used;
-    Fill(used, kBefore);
-    ReadLastSession(used, SessionFilePath(folder.str()));
-    EXPECT_EQ(InputsOf(used), kDefaults);
-}
-
-TEST(ReadLastSession, AnUnreadableFileGivesTheDefaultsSilently) {
-    TempFolder folder;
-    DesignState state;
-    Fill(state, kBefore);
-    ReadLastSession(state, folder.str());  // a folder, not a file
-    EXPECT_EQ(InputsOf(state), kDefaults);
-    EXPECT_EQ(state.genMultiplier, 1.0f);
+    testing::MakePipe(folder.File("pipe"));
+    for (const std::string& path : {folder.File("none"), folder.str(), folder.File("pipe"),
+                                    std::string("/dev/zero"), std::string("/dev/urandom")}) {
+        DesignState state;
+        Fill(state, kBefore);
+        state.genMultiplier = 5;
+        EXPECT_TRUE(testing::FinishesWithin(2s, [&] { ReadLastSession(state, path); })) << path;
+        EXPECT_EQ(InputsOf(state), kDefaults) << path;
+        EXPECT_EQ(state.genMultiplier, 1.0f);
+    }
 }
 
 }  // namespace

@@ -1,20 +1,21 @@
 #include "screens/plot/overlay_files.h"
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <filesystem>
 #include <string>
 #include <vector>
 
 #include "platform/dialogs.h"
-#include "platform/system.h"
+#include "platform/file_size_limit.h"
 #include "support/decimal_comma_locale.h"
 #include "support/temp_folder.h"
+#include "support/time_limit.h"
 
 namespace varo {
 namespace {
 
+using namespace std::chrono_literals;
 using testing::ReadBytes;
 using testing::TempFolder;
 using testing::WriteBytes;
@@ -62,17 +63,6 @@ TEST(WriteOverlayFiles, DecimalCommaLocaleChangesNothing) {
     EXPECT_EQ(overlay.overlayValue[1], -0.5f);
 }
 
-TEST(WriteOverlayFiles, GoesIntoTheCurrentDirectoryWhenGivenIt) {
-    TempFolder folder;
-    const auto before = std::filesystem::current_path();
-    ASSERT_EQ(::chdir(folder.str().c_str()), 0);
-    ScriptedDialogs dialogs;
-    const bool written = WriteOverlayFiles(ThreePointSweep(), CurrentDirectory(), dialogs);
-    std::filesystem::current_path(before);
-    EXPECT_TRUE(written);
-    EXPECT_EQ(ReadBytes(folder.File("Data.S21")), kS21);
-}
-
 TEST(WriteOverlayFiles, AStandardSweepRoundTrips) {
     DesignState written;
     written.sweepIntervals = 2000;
@@ -96,29 +86,38 @@ TEST(WriteOverlayFiles, AStandardSweepRoundTrips) {
     EXPECT_EQ(overlay.overlayValue, written.sweepTransmission);
 }
 
-TEST(WriteOverlayFiles, AFailureBeepsAndReportsOnceKeepingTheFileWrittenBefore) {
+// Both files or neither: a new transmission curve is never left beside an old return curve.
+TEST(WriteOverlayFiles, AFailureBeepsReportsAndKeepsBothPreviousFiles) {
     const struct {
         const char* name;
+        std::size_t diskRoom;
         bool s11IsAFolder;
-        bool folderMissing;
-        bool s21Left;
+        std::string reason;
     } cases[] = {
-        {"no such folder", false, true, false},
-        {"Data.S11 cannot be created", true, false, true},
+        {"disk full after Data.S21", 50, false, "/Data.S11: File too large"},
+        {"Data.S11 cannot be replaced", SIZE_MAX, true, "/Data.S11: Is a directory"},
     };
+    DesignState sweep = ThreePointSweep();
+    sweep.sweepReturn[1] = -12.34567f;  // Data.S21 takes 49 bytes, Data.S11 54
     for (const auto& c : cases) {
         TempFolder folder;
-        if (c.s11IsAFolder) std::filesystem::create_directory(folder.File("Data.S11"));
-        const std::string target = c.folderMissing ? folder.File("missing") : folder.str();
+        WriteBytes(folder.File("Data.S21"), "old S21");
+        if (c.s11IsAFolder) {
+            std::filesystem::create_directory(folder.File("Data.S11"));
+        } else {
+            WriteBytes(folder.File("Data.S11"), "old S11");
+        }
         ScriptedDialogs dialogs;
-        EXPECT_FALSE(WriteOverlayFiles(ThreePointSweep(), target, dialogs)) << c.name;
+        {
+            const FileSizeLimit disk(c.diskRoom);
+            EXPECT_FALSE(WriteOverlayFiles(sweep, folder.str(), dialogs)) << c.name;
+        }
         ASSERT_EQ(dialogs.events().size(), 2u) << c.name;
         EXPECT_EQ(dialogs.events()[0].kind, Kind::Beep);
         EXPECT_EQ(dialogs.events()[1].text, "We are unable to write an overlay file");
         EXPECT_EQ(dialogs.events()[1].title, kProgramTitle);
-        if (c.s21Left) {
-            EXPECT_EQ(ReadBytes(folder.File("Data.S21")), kS21);
-        }
+        EXPECT_EQ(dialogs.events()[1].detail, folder.str() + c.reason);
+        EXPECT_EQ(ReadBytes(folder.File("Data.S21")), "old S21") << c.name;
     }
 }
 
@@ -127,8 +126,11 @@ TEST(ReadOverlayFile, TakesNumbersAsListInput) {
         std::string bytes;
         std::vector<float> frequencies, values;
     } cases[] = {
-        {"", {}, {}},
         {" 1750000 -.0123 \r\n 1.4E+07  0 \r\n", {1750000, 14000000}, {-0.0123f, 0}},
+        {"\xEF\xBB\xBF"
+         "1 2\r\n",
+         {1},
+         {2}},
         {"1,2\n3 4\r5,,6", {1, 3, 5}, {2, 4, 6}},
         {"\t+7e6 -60\r\n\r\n", {7000000}, {-60}},
         {"1 2 3\r\n4", {1, 3}, {2, 4}},
@@ -150,7 +152,7 @@ TEST(ReadOverlayFile, TakesNumbersAsListInput) {
 std::string Pairs(int count) {
     std::string bytes;
     for (int i = 1; i <= count; ++i)
-        bytes += " " + std::to_string(i) + " -1 \r\n";
+        bytes.append(" ").append(std::to_string(i)).append(" -1 \r\n");
     return bytes;
 }
 
@@ -176,7 +178,14 @@ TEST(ReadOverlayFile, RejectsAnUnusableFileWithoutTouchingTheSweep) {
          "Data.S21 holds text that is not a number; the overlay was not drawn."},
         {"1 2\r\n3 4,5\r\n", OverlayReadError::OddCount, ""},  // a decimal comma splits the number
         {"1 nan\r\n", OverlayReadError::NotANumber, ""},
-        {"1 1e60\r\n", OverlayReadError::NotANumber, ""},
+        {"1 " + std::string(100, '1') + "\r\n", OverlayReadError::NotANumber, ""},
+        {"1 1e39\r\n", OverlayReadError::OutOfRange,
+         "Data.S21 holds a number that is out of range; the overlay was not drawn."},
+        {"1 -1e-46\r\n", OverlayReadError::OutOfRange, ""},
+        {"", OverlayReadError::Empty, "Data.S21 holds no numbers; the overlay was not drawn."},
+        {"\xEF\xBB\xBF \r\n", OverlayReadError::Empty, ""},
+        {std::string(1100000, ' ') + "1 2", OverlayReadError::TooLarge,
+         "Data.S21 is larger than any overlay file (over 1 MiB); the overlay was not drawn."},
         {"1 2\r\n3\r\n", OverlayReadError::OddCount,
          "Data.S21 ends with a frequency that has no value; the overlay was not drawn."},
         {"1 2\r\n0 4\r\n", OverlayReadError::FrequencyNotPositive,
@@ -203,11 +212,19 @@ TEST(ReadOverlayFile, RejectsAnUnusableFileWithoutTouchingTheSweep) {
     }
 }
 
-TEST(ReadOverlayFile, ReportsAFileThatCannotBeRead) {
+TEST(ReadOverlayFile, RefusesAnythingButARegularFileAtOnce) {
     TempFolder folder;
-    DesignState state;
-    OverlayData overlay;
-    EXPECT_EQ(ReadOverlayFile(folder.str(), state, overlay).error, OverlayReadError::Unreadable);
+    testing::MakePipe(folder.File("pipe"));
+    for (const std::string& path : {folder.str(), folder.File("pipe"), std::string("/dev/zero")}) {
+        DesignState state;
+        OverlayData overlay;
+        OverlayReadResult result;
+        ASSERT_TRUE(testing::FinishesWithin(2s, [&] {
+            result = ReadOverlayFile(path, state, overlay);
+        })) << path;
+        EXPECT_EQ(result.error, OverlayReadError::Unreadable) << path;
+        EXPECT_EQ(result.detail.rfind(path + ": ", 0), 0u) << result.detail;
+    }
     EXPECT_EQ(OverlayReadErrorText("Data.S11", OverlayReadError::Unreadable),
               "Data.S11 could not be read; the overlay was not drawn.");
 }
@@ -286,6 +303,16 @@ TEST_F(ReadOverlayFilesTest, ARejectedFileIsNamedAndEndsTheOperation) {
     EXPECT_EQ(dialogs_.messages()[0],
               "Data.S21 ends with a frequency that has no value; the overlay was not drawn.");
     EXPECT_EQ(dialogs_.events()[0].icon, MessageIcon::Exclamation);
+}
+
+TEST_F(ReadOverlayFilesTest, APipeInPlaceOfAFileIsNamedWithItsReason) {
+    WriteBytes(folder_.File("Data.S21"), kS21);
+    testing::MakePipe(folder_.File("Data.S11"));
+    ASSERT_TRUE(testing::FinishesWithin(2s, [&] { EXPECT_FALSE(Read()); }));
+    EXPECT_EQ(draws_.size(), 1u);
+    ASSERT_EQ(dialogs_.messages().size(), 1u);
+    EXPECT_EQ(dialogs_.messages()[0], "Data.S11 could not be read; the overlay was not drawn.");
+    EXPECT_EQ(dialogs_.events()[0].detail, folder_.File("Data.S11") + ": not a regular file");
 }
 
 }  // namespace
