@@ -1,5 +1,8 @@
 #include "app/cli/cli.h"
 
+#include <cerrno>
+#include <cstring>
+
 #include "app/cli/arguments.h"
 #include "app/cli/commands.h"
 
@@ -29,9 +32,20 @@ int UsageMistake(const std::string& reason, const char* usage, std::ostream& err
     return 2;
 }
 
-}  // namespace
+// A report that cannot be written (standard output on a full disk) is a failure, not a success
+// with nothing to show.
+bool Delivered(std::ostream& out, std::ostream& err) {
+    errno = 0;
+    out.flush();
+    if (out) return true;
+    const int error = errno;
+    err << "varo-cli: could not write to standard output";
+    if (error != 0) err << ": " << std::strerror(error);
+    err << "\n";
+    return false;
+}
 
-int Run(const std::vector<std::string>& words, std::ostream& out, std::ostream& err) {
+int RunCommand(const std::vector<std::string>& words, std::ostream& out, std::ostream& err) {
     if (words.empty()) return UsageMistake("no command given", kOverview, err);
     if (words[0] == "--help" || words[0] == "-h") {
         out << kOverview;
@@ -46,6 +60,13 @@ int Run(const std::vector<std::string>& words, std::ostream& out, std::ostream& 
         }
     }
     return UsageMistake("unknown command '" + words[0] + "'", kOverview, err);
+}
+
+}  // namespace
+
+int Run(const std::vector<std::string>& words, std::ostream& out, std::ostream& err) {
+    const int status = RunCommand(words, out, err);
+    return Delivered(out, err) ? status : 1;
 }
 
 }  // namespace varo::cli

@@ -27,6 +27,17 @@ void CliDialogs::Beep() {
     err_ << '\a' << std::flush;
 }
 
+void CliDialogs::ShowFailure(std::string_view text, std::string_view detail, std::string_view title,
+                             MessageIcon icon) {
+    if (detail.empty()) return ShowMessage(text, title, icon);
+    ShowMessage(std::string(text) + "\n" + std::string(detail), title, icon);
+}
+
+void CliDialogs::BeepFailure(std::string_view detail) {
+    Beep();
+    lastBeepDetail_ = detail;
+}
+
 std::optional<std::string> CliDialogs::AskSaveFileName(const SaveDialogRequest&) {
     if (saveAnswers_.empty()) return std::nullopt;
     std::string path = std::move(saveAnswers_.front());

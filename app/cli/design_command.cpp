@@ -1,9 +1,8 @@
 #include "app/cli/commands.h"
 
-#include <fstream>
-
 #include "app/cli/arguments.h"
 #include "app/cli/cli_dialogs.h"
+#include "app/cli/design_files.h"
 #include "app/cli/design_report.h"
 #include "app/cli/map_form.h"
 #include "core/numtext.h"
@@ -28,27 +27,12 @@ const std::pair<const char*, const char*> kFieldOptions[] = {
     {"--load", "txtNominalLoad"},    {"--q", "txtQ"},
 };
 
-bool WriteTextFile(const std::string& path, const std::string& text, CliDialogs& dialogs) {
-    std::ofstream file(path, std::ios::binary | std::ios::trunc);
-    file << text;
-    file.close();
-    if (file) return true;
-    dialogs.ShowMessage("The sweep file " + path + " could not be written.");
-    return false;
-}
-
-// The plate-load helper is where swing and power are entered; they are read the same way.
-void TakeSwingAndPower(DesignState& state, const Arguments& args) {
-    if (auto text = args.Value("--swing")) state.peakSwing = ParseEngNumber(*text);
-    if (auto text = args.Value("--power")) state.rfPower = ParseEngNumber(*text);
-}
-
 // The file buttons, each after the recomputation its button runs. False if any file failed.
 bool WriteRequestedFiles(DesignState& state, MapForm& form, CliDialogs& dialogs, Reporter& reporter,
                          const Arguments& args) {
     bool written = true;
     if (auto path = args.Value("--sweep-csv"))
-        written &= WriteTextFile(*path, SweepCsv(state), dialogs);
+        written &= WriteSweepCsv(*path, SweepCsv(state), dialogs);
     DesignSession session;
     if (auto path = args.Value("--ltspice")) {
         dialogs.AnswerNextSave(*path);
@@ -57,7 +41,7 @@ bool WriteRequestedFiles(DesignState& state, MapForm& form, CliDialogs& dialogs,
     if (auto path = args.Value("--quarn")) {
         dialogs.AnswerNextSave(*path);
         if (!ExportQuarn(state, form, dialogs, reporter, session)) {
-            dialogs.ShowMessage("The Quarn file " + *path + " was not written.");
+            dialogs.ShowFailure("The Quarn file was not written.", dialogs.lastBeepDetail());
             written = false;
         }
     }
@@ -94,7 +78,6 @@ int RunDesign(const std::vector<std::string>& words, std::ostream& out, std::ost
     InitialiseConstants(state);
     // With no file to read, the last-session reader leaves the start-up defaults.
     ReadLastSession(state, args.Value("--session").value_or(""));
-    TakeSwingAndPower(state, args);
 
     MapForm form;
     ShowDesignInputs(state, form);
@@ -102,6 +85,7 @@ int RunDesign(const std::vector<std::string>& words, std::ostream& out, std::ost
         if (auto text = args.Value(option)) form.SetFieldText(control, *text);
 
     CliDialogs dialogs(err);
+    TakeSwingAndPower(state, args.Value("--swing"), args.Value("--power"), dialogs);
     DesignReporter reporter(dialogs, form);
     DesignRedraw noScreen;
     AcceptDesign(state, form, dialogs, reporter, noScreen);
@@ -110,11 +94,12 @@ int RunDesign(const std::vector<std::string>& words, std::ostream& out, std::ost
         OnGeneratorResistanceChanged(state, form, dialogs, reporter, noScreen);
     }
 
+    // The file actions may validate the entries again; the report shows the state they leave.
+    const bool written = WriteRequestedFiles(state, form, dialogs, reporter, args);
     DesignOutcome outcome;
     outcome.state = &state;
     RunGuarded(dialogs, [&] { outcome.stresses = ShowStresses(state, reporter); });
     outcome.harmonics = AnalyzeHarmonics(state, reporter);
-    const bool written = WriteRequestedFiles(state, form, dialogs, reporter, args);
     outcome.messages = dialogs.messages();
     out << (args.Flag("--json") ? DesignJson(outcome) : DesignReportText(outcome));
     return written ? 0 : 1;

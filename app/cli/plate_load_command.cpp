@@ -2,6 +2,7 @@
 #include "app/cli/cli_dialogs.h"
 #include "app/cli/commands.h"
 #include "app/cli/json_writer.h"
+#include "app/cli/text_load_help_form.h"
 #include "core/numtext.h"
 #include "tools/loadhelp/plate_load.h"
 
@@ -19,26 +20,6 @@ ClassOption ClassOptionNamed(const std::optional<std::string>& name) {
     if (*name == "C") return ClassOption::ClassC;
     throw UsageError("unknown class '" + *name + "' (use A, AB, B or C)");
 }
-
-// The helper screen's entries and labels, held as texts.
-class TextLoadHelpForm : public LoadHelpForm {
-  public:
-    TextLoadHelpForm(std::string voltage, std::string power, ClassOption option)
-        : voltage_(std::move(voltage)), power_(std::move(power)), option_(option) {}
-    std::string VoltageText() const override { return voltage_; }
-    void SetVoltageText(std::string_view text) override { voltage_ = text; }
-    std::string PowerText() const override { return power_; }
-    void SetPowerText(std::string_view text) override { power_ = text; }
-    ClassOption SelectedClass() const override { return option_; }
-    void ClearClassSelection() override { option_ = ClassOption::None; }
-    void SetCurrentLoadText(std::string_view) override {}
-    void SetNewLoadText(std::string_view text) override { newLoad_ = text; }
-    const std::string& newLoadText() const { return newLoad_; }
-
-  private:
-    std::string voltage_, power_, newLoad_;
-    ClassOption option_;
-};
 
 }  // namespace
 
