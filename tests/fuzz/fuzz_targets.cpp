@@ -1,0 +1,79 @@
+#include "fuzz/fuzz_targets.h"
+
+#include <unistd.h>
+
+#include <cmath>
+#include <cstdlib>
+#include <cstring>
+#include <fstream>
+#include <string>
+
+#include "core/numtext.h"
+#include "screens/plot/overlay_files.h"
+#include "session/last_session.h"
+
+namespace varo::fuzz {
+
+namespace {
+
+void Require(bool rule) {
+    if (!rule) std::abort();
+}
+
+void RequireBoundedTexts(float x) {
+    for (auto format : {FormatEng, FormatHz, FormatHenry, FormatFarad, FormatNumber}) {
+        const std::string text = format(x);
+        Require(text.size() <= 15 && text.find("inf") == std::string::npos &&
+                text.find("nan") == std::string::npos);
+    }
+}
+
+// One scratch file per process, rewritten for every input.
+std::string ScratchFile(std::string_view bytes) {
+    static const std::string path = "/tmp/varo-fuzz-" + std::to_string(::getpid());
+    std::ofstream(path, std::ios::binary | std::ios::trunc)
+        .write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    return path;
+}
+
+bool WithinEntryLimits(float v) {
+    return std::isfinite(v) && std::fabs(v) <= 1e10f;
+}
+
+}  // namespace
+
+void NumberText(std::string_view bytes) {
+    std::string text(bytes);
+    const float value = ParseEngNumber(text);
+    Require(WithinEntryLimits(value));
+    RequireBoundedTexts(value);
+    if (bytes.size() >= sizeof(float)) {
+        float raw = 0;
+        std::memcpy(&raw, bytes.data(), sizeof raw);  // any bit pattern, infinities and NaN too
+        RequireBoundedTexts(raw);
+    }
+}
+
+void LastSession(std::string_view bytes) {
+    DesignState state;
+    ReadLastSession(state, ScratchFile(bytes));
+    for (float v : {state.frequency, state.plateR, state.intermediateR, state.loadR, state.piQ,
+                    state.peakSwing, state.spare, state.rfPower})
+        Require(WithinEntryLimits(v));
+    Require(state.genMultiplier == 1.0f);
+}
+
+void Overlay(std::string_view bytes) {
+    DesignState state;
+    OverlayData overlay;
+    const OverlayReadResult result = ReadOverlayFile(ScratchFile(bytes), state, overlay);
+    if (!result.ok()) {
+        Require(overlay.overlayLastIndex == -1);
+        return;
+    }
+    Require(overlay.overlayLastIndex >= 0 && overlay.overlayLastIndex < kSweepPoints);
+    for (int i = 0; i <= overlay.overlayLastIndex; ++i)
+        Require(state.sweepFrequency[i] > 0 && std::isfinite(overlay.overlayValue[i]));
+}
+
+}  // namespace varo::fuzz
