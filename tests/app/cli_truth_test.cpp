@@ -58,18 +58,25 @@ TEST(JsonString, EveryStringIsValidUtf8) {
 }
 
 TEST(CliDesign, AFailedFileNamesPathAndReasonAfterTheMessage) {
-    const Outcome ltspice = RunCli({"design", "--ltspice", "/nonexistent/x.ASC"});
-    EXPECT_EQ(ltspice.status, 1);
-    EXPECT_NE(ltspice.err.find("We could not write the LTspice schematic file\n"
-                               "/nonexistent/x.ASC: No such file or directory\n"),
-              std::string::npos)
-        << ltspice.err;
-    const Outcome quarn = RunCli({"design", "--json", "--quarn=/nonexistent/\xff"});
-    EXPECT_EQ(quarn.status, 1);
-    EXPECT_NE(quarn.out.find("\"The Quarn file was not written.\\n/nonexistent/\\ufffd: No such "
-                             "file or directory\""),
-              std::string::npos)
-        << quarn.out;
+    const struct {
+        std::vector<std::string> words;
+        bool json;
+        std::string expected;
+    } cases[] = {
+        {{"design", "--ltspice", "/nonexistent/x.ASC"},
+         false,
+         "We could not write the LTspice schematic file\n"
+         "/nonexistent/x.ASC: No such file or directory\n"},
+        {{"design", "--json", "--quarn=/nonexistent/\xff"},
+         true,
+         "\"The Quarn file was not written.\\n/nonexistent/\\ufffd: No such file or directory\""},
+    };
+    for (const auto& c : cases) {
+        const Outcome outcome = RunCli(c.words);
+        EXPECT_EQ(outcome.status, 1);
+        const std::string& shown = c.json ? outcome.out : outcome.err;
+        EXPECT_NE(shown.find(c.expected), std::string::npos) << shown;
+    }
 }
 
 TEST(CliDesign, AFullDiskKeepsThePreviousSessionFile) {
