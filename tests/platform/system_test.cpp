@@ -1,7 +1,6 @@
 #include "platform/system.h"
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <cstdlib>
 #include <filesystem>
@@ -14,7 +13,6 @@
 namespace varo {
 namespace {
 
-namespace fs = std::filesystem;
 using testing::TempFolder;
 using testing::WriteBytes;
 
@@ -22,23 +20,6 @@ TEST(ExecutableFolder, IsTheFolderOfTheRunningTest) {
     const std::string folder = ExecutableFolder();
     EXPECT_TRUE(FileExists(folder + "/varo_platform_tests")) << folder;
     EXPECT_NE(folder.back(), '/');
-}
-
-TEST(CurrentDirectory, FollowsAChangeOfDirectory) {
-    TempFolder folder;
-    const fs::path before = fs::current_path();
-    ASSERT_EQ(::chdir(folder.str().c_str()), 0);
-    const std::string current = CurrentDirectory();
-    fs::current_path(before);
-    EXPECT_EQ(fs::canonical(current), fs::canonical(folder.str()));
-}
-
-TEST(FileExists, TellsFilesFromMissingOnes) {
-    TempFolder folder;
-    WriteBytes(folder.File("here.txt"), "x");
-    EXPECT_TRUE(FileExists(folder.File("here.txt")));
-    EXPECT_FALSE(FileExists(folder.File("HERE.TXT")));
-    EXPECT_FALSE(FileExists(folder.File("gone.txt")));
 }
 
 TEST(FindFileIgnoringCase, FindsTheNameInAnyCaseAndPrefersAnExactMatch) {
@@ -96,12 +77,6 @@ TEST(ShortDateText, FollowsTheUserLocaleWithoutChangingTheProgramLocale) {
     const std::string globalBefore = std::locale().name();
     EXPECT_EQ(ShortDateText(November15th2026()), "15.11.2026");
     EXPECT_EQ(std::locale().name(), globalBefore);
-}
-
-TEST(TodayShortDate, HoldsNoColon) {
-    const std::string today = TodayShortDate();
-    EXPECT_FALSE(today.empty());
-    EXPECT_EQ(today.find(':'), std::string::npos) << today;
 }
 
 }  // namespace
