@@ -3,6 +3,7 @@
 #include "core/fault.h"
 #include "core/numtext.h"
 #include "core/tank_network.h"
+#include "export/reported_write.h"
 
 namespace varo {
 
@@ -91,14 +92,8 @@ std::string SpiceNetlistText(const DesignState& state) {
 }
 
 bool WriteSpiceNetlist(const DesignState& state, const std::string& path, Dialogs& dialogs) {
-    try {
-        WriteTextFile(path, [&](FileText& text) { BuildSpiceNetlist(state, text); });
-        return true;
-    } catch (const FileError&) {
-    } catch (const ArithmeticFault&) {
-    }
-    dialogs.ShowMessage(kWriteFailed);
-    return false;
+    return WriteOrReport(
+        path, [&](FileText& text) { BuildSpiceNetlist(state, text); }, dialogs, kWriteFailed);
 }
 
 }  // namespace varo

@@ -8,6 +8,7 @@
 #include "core/fault.h"
 #include "core/numtext.h"
 #include "core/tank_network.h"
+#include "export/reported_write.h"
 
 namespace varo {
 
@@ -115,14 +116,8 @@ bool WriteTouchstoneFile(const DesignState& state, const std::string& path, Dial
         dialogs.ShowMessage(kWrongExtension);
         return false;
     }
-    try {
-        WriteTextFile(path, [&](FileText& text) { BuildTouchstone(state, *kind, text); });
-        return true;
-    } catch (const FileError&) {
-    } catch (const ArithmeticFault&) {
-    }
-    dialogs.ShowMessage(kWriteFailed);
-    return false;
+    return WriteOrReport(
+        path, [&](FileText& text) { BuildTouchstone(state, *kind, text); }, dialogs, kWriteFailed);
 }
 
 }  // namespace varo

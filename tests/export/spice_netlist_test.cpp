@@ -10,8 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "core/network.h"
-#include "core/reporter.h"
+#include "export/as_built_design.h"
 #include "export/design_cases.h"
 #include "export/external_tools.h"
 #include "support/temp_folder.h"
@@ -21,8 +20,6 @@ namespace {
 
 using testing::HandDesign;
 using testing::LSection;
-using testing::ReadBytes;
-using testing::TempFolder;
 
 std::string Head(const std::string& intermediate) {
     return "* VARO pi-L network: 3500000 Hz, plate load 2000 ohms, load 50 ohms\r\n"
@@ -79,7 +76,7 @@ TEST(SpiceNetlist, WithoutASwingTheSourceDrivesOneVolt) {
 }
 
 TEST(SpiceNetlist, WritesTheFileOrSaysItCouldNot) {
-    TempFolder folder;
+    testing::TempFolder folder;
     const DesignState good = HandDesign(LSection::StepsDown);
     DesignState noPlate = good;
     noPlate.plateR = 0;  // the source amplitude divides by it
@@ -98,8 +95,8 @@ TEST(SpiceNetlist, WritesTheFileOrSaysItCouldNot) {
         const std::vector<std::string> failure{"We could not write the SPICE netlist file"};
         EXPECT_EQ(dialogs.messages(), c.written ? std::vector<std::string>{} : failure);
     }
-    EXPECT_EQ(ReadBytes(folder.File("net.cir")), SpiceNetlistText(good));
-    EXPECT_EQ(ReadBytes(folder.File("partial.cir")).substr(0, 2), "* ");
+    EXPECT_EQ(testing::ReadBytes(folder.File("net.cir")), SpiceNetlistText(good));
+    EXPECT_EQ(testing::ReadBytes(folder.File("partial.cir")).substr(0, 2), "* ");
 }
 
 // ---- Simulation by ngspice ------------------------------------------------------------------
@@ -137,18 +134,13 @@ AcResult ReadAsciiRaw(const std::string& text) {
     return result;
 }
 
-AcResult Simulate(const TempFolder& folder, const std::string& netlist) {
+AcResult Simulate(const testing::TempFolder& folder, const std::string& netlist) {
     const std::string raw = folder.File("ac.raw");
     EXPECT_TRUE(testing::RunsClean("cd " + folder.str() +
                                    " && SPICE_ASCIIRAWFILE=1 ngspice -b -r " + raw + " " + netlist +
                                    " > ngspice.log 2>&1"));
-    return ReadAsciiRaw(ReadBytes(raw));
+    return ReadAsciiRaw(testing::ReadBytes(raw));
 }
-
-class SilentReporter final : public Reporter {
-  public:
-    void ShowMessage(std::string_view, std::string_view, MessageIcon) override {}
-};
 
 // ngspice runs the file as written, and at 50 of its frequencies the transducer gain it
 // simulates agrees with the program's own analysis of the same network (C3 across the load
@@ -156,45 +148,35 @@ class SilentReporter final : public Reporter {
 TEST(SpiceNetlist, NgspiceSimulatesWhatTheAnalysisComputes) {
     if (!testing::Installed("ngspice")) GTEST_SKIP() << "ngspice is not installed";
     const struct {
-        float frequency, plateR, intermediateR, loadR, piQ, genMultiplier;
+        test::DesignInputs inputs;
+        float genMultiplier;
     } cases[] = {
-        {3.9e6f, 1500, 300, 50, 12, 1},  // the default design: steps down
-        {14e6f, 3000, 200, 50, 15, 2},   // steps down, generator twice the plate load
-        {3.8e6f, 2000, 50, 50, 12, 1},   // no L section
-        {7e6f, 2500, 25, 75, 12, 0.5f},  // steps up
+        {test::kReferenceDesign, 1},       // the default design: steps down
+        {{14e6f, 3000, 200, 50, 15}, 2},   // steps down, generator twice the plate load
+        {{3.8e6f, 2000, 50, 50, 12}, 1},   // no L section
+        {{7e6f, 2500, 25, 75, 12}, 0.5f},  // steps up
     };
     for (const auto& c : cases) {
-        SCOPED_TRACE(c.intermediateR);
-        auto state = std::make_unique<DesignState>();
-        InitialiseConstants(*state);
-        *state = {.pi = state->pi,
-                  .frequency = c.frequency,
-                  .plateR = c.plateR,
-                  .intermediateR = c.intermediateR,
-                  .loadR = c.loadR,
-                  .piQ = c.piQ,
-                  .peakSwing = 2500,
-                  .rfPower = 1000,
-                  .genMultiplier = c.genMultiplier};
-        SilentReporter reporter;
-        ASSERT_TRUE(ComponentCalculations(*state, reporter));
-        SetupLadder(*state);
-        state->elementType[5] = kShuntCapacitor;
+        SCOPED_TRACE(c.inputs.intermediateR);
+        const auto state = testing::AsBuiltDesign(c.inputs, c.genMultiplier);
+        ASSERT_TRUE(state);
+        state->peakSwing = 2500;
 
-        TempFolder folder;
+        testing::TempFolder folder;
         ScriptedDialogs dialogs;
         ASSERT_TRUE(WriteSpiceNetlist(*state, folder.File("net.cir"), dialogs));
         const AcResult ac = Simulate(folder, "net.cir");
-        const auto& load = ac.voltage.at(c.intermediateR == c.loadR ? "v(mid)" : "v(load)");
+        const bool lSection = c.inputs.intermediateR != c.inputs.loadR;
+        const auto& load = ac.voltage.at(lSection ? "v(load)" : "v(mid)");
         const auto& source = ac.voltage.at("v(gen)");
         ASSERT_GE(ac.frequency.size(), 50u);
-        const double rs = static_cast<double>(c.genMultiplier) * c.plateR;
+        const double rs = static_cast<double>(c.genMultiplier) * c.inputs.plateR;
         for (std::size_t k = 0; k < 50; ++k) {
             const std::size_t i = k * (ac.frequency.size() - 1) / 49;
             LadderResult reference;
             AnalyzeLadder(*state, 0, 0, static_cast<float>(ac.frequency[i]), reference);
             const double simulated = 20 * std::log10(std::abs(load[i]) / std::abs(source[i])) +
-                                     10 * std::log10(4 * rs / c.loadR);
+                                     10 * std::log10(4 * rs / c.inputs.loadR);
             EXPECT_NEAR(simulated, reference.transmissionDb, 0.01) << ac.frequency[i];
         }
     }

@@ -9,8 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "core/network.h"
-#include "core/reporter.h"
+#include "export/as_built_design.h"
 #include "export/external_tools.h"
 #include "support/temp_folder.h"
 
@@ -50,23 +49,27 @@ TEST(Touchstone, TextOfAThroughConnection) {
     state->sweepIntervals = 1;
     state->sweepFrequency[0] = 1750000;
     state->sweepFrequency[1] = 1.4e7f;
-    const char kTitle[] =
-        "! VARO pi-L network: 3500000 Hz, 2000 ohms to 50 ohms, pi-section Q 12\r\n";
-    EXPECT_EQ(TouchstoneText(*state, TouchstoneKind::TwoPort),
-              std::string(kTitle) +
-                  "! Port 1: plate side, plate load 2000 ohms\r\n"
-                  "! Port 2: load side, load 50 ohms\r\n"
-                  "! Both ports referred to 50 ohms\r\n"
-                  "# Hz S MA R 50\r\n"
-                  "1750000 0 0 1 0 1 0 0 0\r\n"
-                  "14000000 0 0 1 0 1 0 0 0\r\n");
-    EXPECT_EQ(TouchstoneText(*state, TouchstoneKind::OnePort),
-              std::string(kTitle) +
-                  "! Input reflection, the load side terminated in 50 ohms, referred to the "
-                  "plate load\r\n"
-                  "# Hz S MA R 2000\r\n"
-                  "1750000 0.951219512195122 180\r\n"
-                  "14000000 0.951219512195122 180\r\n");
+    const struct {
+        TouchstoneKind kind;
+        std::string afterTitle;
+    } cases[] = {
+        {TouchstoneKind::TwoPort,
+         "! Port 1: plate side, plate load 2000 ohms\r\n"
+         "! Port 2: load side, load 50 ohms\r\n"
+         "! Both ports referred to 50 ohms\r\n"
+         "# Hz S MA R 50\r\n"
+         "1750000 0 0 1 0 1 0 0 0\r\n"
+         "14000000 0 0 1 0 1 0 0 0\r\n"},
+        {TouchstoneKind::OnePort,
+         "! Input reflection, the load side terminated in 50 ohms, referred to the plate load\r\n"
+         "# Hz S MA R 2000\r\n"
+         "1750000 0.951219512195122 180\r\n"
+         "14000000 0.951219512195122 180\r\n"},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(TouchstoneText(*state, c.kind),
+                  "! VARO pi-L network: 3500000 Hz, 2000 ohms to 50 ohms, pi-section Q 12\r\n" +
+                      c.afterTitle);
 }
 
 TEST(Touchstone, WritesTheFileOrSaysWhyNot) {
@@ -124,41 +127,24 @@ std::optional<std::string> PythonWithScikitRf() {
     return std::nullopt;
 }
 
-class SilentReporter final : public Reporter {
-  public:
-    void ShowMessage(std::string_view, std::string_view, MessageIcon) override {}
-};
-
 // Renormalised to the plate load and the load, the two-port's S11 is the program's return loss
 // and |S21|^2 its transducer gain (generator equal to the plate load); the one-port repeats that
 // S11. With the analysis's Q of 1e7 the network is reciprocal and practically lossless.
 TEST(Touchstone, ScikitRfReadsWhatTheAnalysisComputes) {
     const auto python = PythonWithScikitRf();
     if (!python) GTEST_SKIP() << "python3 with scikit-rf is not installed";
-    const struct {
-        float frequency, plateR, intermediateR, loadR, piQ;
-    } cases[] = {
-        {3.9e6f, 1500, 300, 50, 12},  // the default design: steps down
-        {7e6f, 2500, 25, 75, 12},     // steps up, C3 across the load analysed too
+    const test::DesignInputs cases[] = {
+        test::kReferenceDesign,    // the default design: steps down
+        {7e6f, 2500, 25, 75, 12},  // steps up, C3 across the load analysed too
     };
     TempFolder folder;
     testing::WriteBytes(folder.File("read.py"), kReader);
     std::string commandLine = *python + " " + folder.File("read.py");
     std::vector<std::unique_ptr<DesignState>> states;
     for (const auto& c : cases) {
-        auto& state = states.emplace_back(std::make_unique<DesignState>());
-        InitialiseConstants(*state);
-        *state = {.pi = state->pi,
-                  .frequency = c.frequency,
-                  .plateR = c.plateR,
-                  .intermediateR = c.intermediateR,
-                  .loadR = c.loadR,
-                  .piQ = c.piQ,
-                  .genMultiplier = 1};
-        SilentReporter reporter;
-        ASSERT_TRUE(ComponentCalculations(*state, reporter));
-        SetupLadder(*state);
-        state->elementType[5] = kShuntCapacitor;
+        auto& state = states.emplace_back(testing::AsBuiltDesign(c));
+        ASSERT_TRUE(state);
+        testing::SilentReporter reporter;
         ASSERT_TRUE(SweepRoutine(*state, reporter));
 
         const std::string stem = folder.File(std::to_string(states.size()));
