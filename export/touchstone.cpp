@@ -7,6 +7,7 @@
 
 #include "core/fault.h"
 #include "core/numtext.h"
+#include "core/numtext_data.h"
 #include "core/tank_network.h"
 #include "export/reported_write.h"
 
@@ -28,15 +29,14 @@ bool EndsWithNoCase(std::string_view text, std::string_view ending) {
            });
 }
 
-// " magnitude angle", the angle in degrees.
-std::string MagnitudeAngle(Complex z) {
+// Appends " magnitude angle", the angle in degrees.
+void AppendMagnitudeAngle(std::string& line, Complex z) {
     const double magnitude = CheckedFinite(std::sqrt(SquaredMagnitude(z)));
     const double degrees = CheckedFinite(std::atan2(z.im, z.re)) * (180 / std::numbers::pi);
-    std::string text = " ";
-    text += PlainText(magnitude);
-    text += ' ';
-    text += PlainText(degrees);
-    return text;
+    line += ' ';
+    AppendDataNumber(line, magnitude);
+    line += ' ';
+    AppendDataNumber(line, degrees);
 }
 
 void Heading(const DesignState& s, TouchstoneKind kind, FileText& text) {
@@ -56,21 +56,21 @@ void Heading(const DesignState& s, TouchstoneKind kind, FileText& text) {
     }
 }
 
-// The reflection at port 1 with port 2 terminated in its own reference: the one-port's figure
-// is S11 of the network referred to the plate load and the load resistance.
-std::string DataLine(float frequency, const ChainMatrix& t, const DesignState& s,
-                     TouchstoneKind kind) {
-    std::string line = PlainText(static_cast<double>(frequency));
+// The one-port's figure is the reflection at port 1 with port 2 terminated in the load, referred
+// to the plate load.
+void AppendDataLine(std::string& line, float frequency, const ChainMatrix& t,
+                    const DesignState& s, TouchstoneKind kind) {
+    AppendDataNumber(line, frequency);
     if (kind == TouchstoneKind::TwoPort) {
         const SParameters p = ToSParameters(t, kTwoPortReference);
-        return line + MagnitudeAngle(p.s11) + MagnitudeAngle(p.s21) + MagnitudeAngle(p.s12) +
-               MagnitudeAngle(p.s22);
+        for (const Complex& parameter : {p.s11, p.s21, p.s12, p.s22})
+            AppendMagnitudeAngle(line, parameter);
+        return;
     }
     const double loadR = s.loadR;
-    const double plateR = s.plateR;
+    const Complex plateR{s.plateR, 0};
     const Complex zin = (loadR * t.a + t.b) / (loadR * t.c + t.d);
-    const Complex reflection = (zin - Complex{plateR, 0}) / (zin + Complex{plateR, 0});
-    return line + MagnitudeAngle(reflection);
+    AppendMagnitudeAngle(line, (zin - plateR) / (zin + plateR));
 }
 
 }  // namespace
@@ -96,11 +96,14 @@ void BuildTouchstone(const DesignState& s, TouchstoneKind kind, FileText& text) 
     const double coilInverseQ = CheckedDivide(1.0, s.inductorQ);
     const double capacitorInverseQ = CheckedDivide(1.0, s.capacitorQ);
     const int last = std::min<int>(s.sweepIntervals, kSweepPoints - 1);
+    std::string line;  // one buffer for all lines
     for (int i = 0; i <= last; ++i) {
         const float frequency = s.sweepFrequency[i];
         const ChainMatrix t =
             TankChainMatrix(network, 2 * s.pi * frequency, coilInverseQ, capacitorInverseQ);
-        text.Line({DataLine(frequency, t, s, kind)});
+        line.clear();
+        AppendDataLine(line, frequency, t, s, kind);
+        text.Line({line});
     }
 }
 

@@ -63,8 +63,8 @@ TEST(Touchstone, TextOfAThroughConnection) {
         {TouchstoneKind::OnePort,
          "! Input reflection, the load side terminated in 50 ohms, referred to the plate load\r\n"
          "# Hz S MA R 2000\r\n"
-         "1750000 0.951219512195122 180\r\n"
-         "14000000 0.951219512195122 180\r\n"},
+         "1750000 0.9512195122 180\r\n"
+         "14000000 0.9512195122 180\r\n"},
     };
     for (const auto& c : cases)
         EXPECT_EQ(TouchstoneText(*state, c.kind),
@@ -165,7 +165,7 @@ TEST(Touchstone, ScikitRfReadsWhatTheAnalysisComputes) {
         EXPECT_LT(lossPort1, 1e-6);
         // Matched from the load side, the network dissipates its loaded Q over 1e7.
         EXPECT_LT(lossPort2, 5e-6);
-        EXPECT_LT(reciprocity, 1e-12);
+        EXPECT_LT(reciprocity, 1e-9);  // the files keep 10 digits
         int points = 0;
         for (double s11, s21, onePort; read >> s11 >> s21 >> onePort; ++points) {
             EXPECT_NEAR(s11, state.sweepReturn[points], 1e-4) << points;
