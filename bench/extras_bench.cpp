@@ -4,12 +4,11 @@
 #include <memory>
 #include <string_view>
 
-#include "core/design_state.h"
-#include "core/network.h"
 #include "core/tank_losses.h"
 #include "export/spice_netlist.h"
 #include "export/touchstone.h"
 #include "platform/dialogs.h"
+#include "tests/core/design_fixture.h"
 
 namespace {
 
@@ -18,18 +17,10 @@ class SilentReporter final : public varo::Reporter {
     void ShowMessage(std::string_view, std::string_view, varo::MessageIcon) override {}
 };
 
-// The default design of a first run, computed and swept: 3.9 MHz, 1500 -> 300 -> 50 ohms, Q 12.
+// The default design of a first run, computed and swept.
 std::unique_ptr<varo::DesignState> SweptDefaultDesign() {
-    auto state = std::make_unique<varo::DesignState>();
-    varo::InitialiseConstants(*state);
-    state->frequency = 3.9e6f;
-    state->plateR = 1500;
-    state->intermediateR = 300;
-    state->loadR = 50;
-    state->piQ = 12;
-    state->peakSwing = 2500;
+    auto state = varo::test::MakeDesign(varo::test::kReferenceDesign);
     state->rfPower = 1000;
-    state->genMultiplier = 1;
     SilentReporter reporter;
     varo::ComponentCalculations(*state, reporter);
     varo::SetupLadder(*state);
