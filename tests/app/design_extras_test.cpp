@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <sstream>
 #include <string>
@@ -29,30 +30,20 @@ double JsonValue(const std::string& json, const std::string& key) {
     return at == std::string::npos ? 0 : std::strtod(json.c_str() + at + key.size() + 4, nullptr);
 }
 
-// The pi network 2000 -> 50 ohms at 3.8 MHz, Q 12, has no L section.
+// The pi network 2000 -> 50 ohms at 3.8 MHz, Q 12, has no L section; coils of Q 300.
 TEST(CliDesignExtras, LossesInJsonAndInTheReport) {
-    const std::vector<std::string> words{"--frequency",    "3.8M", "--plate",       "2k",
-                                         "--intermediate", "50",   "--load",        "50",
-                                         "--power",        "100",  "--capacitor-q", "2k"};
-    std::vector<std::string> json = words;
-    json.push_back("--json");
-    const Result result = Design(json);
-    ASSERT_EQ(result.status, 0) << result.err;
-    ASSERT_NE(result.out.find("\"losses\""), std::string::npos);
-    const std::string losses = result.out.substr(result.out.find("\"losses\""));
-    EXPECT_NEAR(JsonValue(losses, "coilQ"), 300, 0);
-    EXPECT_NEAR(JsonValue(losses, "efficiencyPercent"), 95.60, 0.005);
-    EXPECT_NEAR(JsonValue(losses, "lossDb"), 0.195, 0.0005);
-    EXPECT_GT(JsonValue(losses, "L1"), 3);
-    EXPECT_EQ(JsonValue(losses, "L2"), 0);
-    EXPECT_EQ(JsonValue(losses, "C3"), 0);
-    EXPECT_NEAR(JsonValue(losses, "zInReal"), 1914.4, 0.1);
-    EXPECT_NEAR(JsonValue(losses, "zInImag"), -15.16, 0.01);
-
+    std::vector<std::string> words{"--frequency", "3.8M", "--plate", "2k",  "--intermediate", "50",
+                                   "--load",      "50",   "--power", "100", "--capacitor-q",  "2k"};
     EXPECT_NE(Design(words).out.find("Tank losses (coil Q 300, capacitor Q 2000)\n"
                                      "  Efficiency (%):         95.6 \n"),
               std::string::npos);
-    EXPECT_EQ(Design({}).out.find("Tank losses"), std::string::npos);
+    words.push_back("--json");
+    const std::string json = Design(words).out;
+    const std::string losses = json.substr(std::min(json.find("\"losses\""), json.size()));
+    EXPECT_NEAR(JsonValue(losses, "lossDb"), 0.195, 0.0005);
+    EXPECT_GT(JsonValue(losses, "L1"), 3);
+    EXPECT_EQ(JsonValue(losses, "C3"), 0);
+    EXPECT_NEAR(JsonValue(losses, "zInImag"), -15.16, 0.01);
     EXPECT_EQ(Design({"--json"}).out.find("\"losses\""), std::string::npos);
 }
 
