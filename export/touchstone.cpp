@@ -47,8 +47,9 @@ void Heading(const DesignState& s, TouchstoneKind kind, FileText& text) {
     if (kind == TouchstoneKind::TwoPort) {
         text.Line({"! Port 1: plate side, plate load ", PlainText(s.plateR), " ohms"});
         text.Line({"! Port 2: load side, load ", PlainText(s.loadR), " ohms"});
-        text.Line({"! Both ports referred to 50 ohms"});
-        text.Line({"# Hz S MA R 50"});
+        const std::string reference = PlainText(kTwoPortReference);
+        text.Line({"! Both ports referred to ", reference, " ohms"});
+        text.Line({"# Hz S MA R ", reference});
     } else {
         text.Line({"! Input reflection, the load side terminated in ", PlainText(s.loadR),
                    " ohms, referred to the plate load"});
@@ -58,8 +59,8 @@ void Heading(const DesignState& s, TouchstoneKind kind, FileText& text) {
 
 // The one-port's figure is the reflection at port 1 with port 2 terminated in the load, referred
 // to the plate load.
-void AppendDataLine(std::string& line, float frequency, const ChainMatrix& t,
-                    const DesignState& s, TouchstoneKind kind) {
+void AppendDataLine(std::string& line, float frequency, const ChainMatrix& t, const DesignState& s,
+                    TouchstoneKind kind) {
     AppendDataNumber(line, frequency);
     if (kind == TouchstoneKind::TwoPort) {
         const SParameters p = ToSParameters(t, kTwoPortReference);
