@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <string>
 
+#include "core/chain_matrix.h"
 #include "core/fault.h"
 #include "core/network.h"
 
@@ -63,49 +64,9 @@ inline int Index(int index, int lowest, int highest) {
     return index >= lowest && index <= highest ? index : CheckedIndex(index, lowest, highest);
 }
 
-// A plain complex number: the ordinary formulas, without the library's special-value handling
-// (the analysis checks its values itself).
-struct Complex {
-    double re = 0;
-    double im = 0;
-};
-
-Complex operator+(Complex a, Complex b) {
-    return {a.re + b.re, a.im + b.im};
-}
-Complex operator*(Complex a, Complex b) {
-    return {a.re * b.re - a.im * b.im, a.re * b.im + a.im * b.re};
-}
-Complex operator*(double k, Complex a) {
-    return {k * a.re, k * a.im};
-}
-double SquaredMagnitude(Complex z) {
-    return z.re * z.re + z.im * z.im;
-}
-
 template <class Ops>
 Complex CheckFinite(Ops& ops, Complex z) {
     return {ops.Finite(z.re), ops.Finite(z.im)};
-}
-
-// Chain (ABCD) matrix of a two-port, generator side first.
-struct ChainMatrix {
-    Complex a{1, 0};
-    Complex b{};
-    Complex c{};
-    Complex d{1, 0};
-};
-
-// Running product times [1 Z; 0 1].
-void AppendSeries(ChainMatrix& t, Complex z) {
-    t.b = t.a * z + t.b;
-    t.d = t.c * z + t.d;
-}
-
-// Running product times [1 0; Y 1].
-void AppendShunt(ChainMatrix& t, Complex y) {
-    t.a = t.a + t.b * y;
-    t.c = t.c + t.d * y;
 }
 
 // The ladder as the analysis walks it: the through connections dropped, each element's loss
@@ -153,13 +114,7 @@ ChainMatrix ChainProduct(Ops& ops, const PreparedLadder& ladder, double omega) {
     ChainMatrix t;
     for (int i = 0; i < ladder.count; ++i) {
         const PreparedElement& element = ladder.elements[i];
-        const double reactive = omega * element.value;
-        const Complex immittance{reactive * element.inverseQ, reactive};
-        if (element.series) {
-            AppendSeries(t, immittance);
-        } else {
-            AppendShunt(t, immittance);
-        }
+        AppendElement(t, element.series, omega * element.value, element.inverseQ);
     }
     return {CheckFinite(ops, t.a), CheckFinite(ops, t.b), CheckFinite(ops, t.c),
             CheckFinite(ops, t.d)};

@@ -1,9 +1,12 @@
 #include "export/ltspice.h"
 
+#include "export/reported_write.h"
+
 #include <cstdint>
 
 #include "core/fault.h"
 #include "core/numtext.h"
+#include "export/reported_write.h"
 
 namespace varo {
 
@@ -177,12 +180,8 @@ std::string LTspiceSchematicText(const DesignState& state) {
 }
 
 bool WriteLTspiceSchematic(const DesignState& state, const std::string& path, Dialogs& dialogs) {
-    const auto failure = SaveFailure(path, [&] {
-        WriteTextFile(path, [&](FileText& text) { BuildLTspiceSchematic(state, text); });
-    });
-    if (!failure) return true;
-    dialogs.ShowFailure(kWriteFailed, *failure);
-    return false;
+    return WriteOrReport(
+        path, [&](FileText& text) { BuildLTspiceSchematic(state, text); }, dialogs, kWriteFailed);
 }
 
 }  // namespace varo

@@ -2,6 +2,7 @@
 
 #include "app/cli/arguments.h"
 #include "app/cli/cli_dialogs.h"
+#include "app/cli/design_extras.h"
 #include "app/cli/design_files.h"
 #include "app/cli/design_report.h"
 #include "app/cli/map_form.h"
@@ -64,16 +65,25 @@ const char* const kDesignUsage =
     "                       [--swing T] [--power T] [--generator T] [--session FILE] [--json]\n"
     "                       [--sweep-csv FILE] [--ltspice FILE] [--quarn FILE]\n"
     "                       [--overlay-dir DIR] [--save-session FILE]\n"
+    "                       [--spice FILE] [--touchstone FILE] [--losses]\n"
+    "                       [--coil-q Q] [--capacitor-q Q]\n"
     "  Each T is entry text as typed into the program's field (\"3.6M\", \"2,5k\");\n"
     "  --generator is the generator resistance in ohms. Starting values are the defaults,\n"
-    "  or those of the last-session file given with --session.\n";
+    "  or those of the last-session file given with --session.\n"
+    "  --spice writes a SPICE netlist (.cir) that ngspice and LTspice run as it stands;\n"
+    "  --touchstone writes the network's S-parameters, FILE.s2p (two-port, 50 ohms) or\n"
+    "  FILE.s1p (input reflection referred to the plate load).\n"
+    "  --losses reports the tank's efficiency and each part's dissipation at the RF power,\n"
+    "  with coils of unloaded Q 300 and capacitors of Q 2000 unless --coil-q or\n"
+    "  --capacitor-q (which imply --losses) say otherwise.\n";
 
 int RunDesign(const std::vector<std::string>& words, std::ostream& out, std::ostream& err) {
-    const Arguments args = Arguments::Parse(words, kDesignOptions);
+    const Arguments args = Arguments::Parse(words, WithDesignExtras(kDesignOptions));
     if (args.Flag("--help")) {
         out << kDesignUsage;
         return 0;
     }
+    const DesignExtras extras = ReadDesignExtras(args);
     DesignState state;
     InitialiseConstants(state);
     // With no file to read, the last-session reader leaves the start-up defaults.
@@ -95,11 +105,13 @@ int RunDesign(const std::vector<std::string>& words, std::ostream& out, std::ost
     }
 
     // The file actions may validate the entries again; the report shows the state they leave.
-    const bool written = WriteRequestedFiles(state, form, dialogs, reporter, args);
+    bool written = WriteRequestedFiles(state, form, dialogs, reporter, args);
+    written &= WriteDesignExtras(extras, state, dialogs, reporter);
     DesignOutcome outcome;
     outcome.state = &state;
     RunGuarded(dialogs, [&] { outcome.stresses = ShowStresses(state, reporter); });
     outcome.harmonics = AnalyzeHarmonics(state, reporter);
+    outcome.losses = ComputeDesignLosses(extras, state, dialogs);
     outcome.messages = dialogs.messages();
     out << (args.Flag("--json") ? DesignJson(outcome) : DesignReportText(outcome));
     return written ? 0 : 1;

@@ -1,6 +1,7 @@
 #include "app/cli/design_report.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 
 #include "app/cli/json_writer.h"
@@ -73,12 +74,50 @@ std::string HarmonicSection(const std::vector<HarmonicRow>& rows) {
     return text;
 }
 
+struct PartName {
+    TankPart part;
+    const char* name;
+};
+constexpr PartName kPartNames[] = {{TankPart::L1, "L1"},
+                                   {TankPart::L2, "L2"},
+                                   {TankPart::C1, "C1"},
+                                   {TankPart::C2, "C2"},
+                                   {TankPart::C3, "C3"}};
+
+std::string LossesSection(const std::optional<TankLosses>& losses) {
+    if (!losses) return {};
+    const auto number = [](double value) { return FormatNumber(StoreSingle(value)); };
+    std::string text = "Tank losses (coil Q " + PlainText(losses->q.coil) + ", capacitor Q " +
+                       PlainText(losses->q.capacitor) + ")\n" +
+                       Padded("  Efficiency (%):", number(losses->efficiencyPercent)) +
+                       Padded("  Loss (dB):", number(losses->lossDb));
+    for (const auto& [part, name] : kPartNames)
+        text += Padded(std::string("  ") + name + " (W):", number(losses->Watts(part)));
+    const char* sign = losses->zInImag < 0 ? " -j" : " +j";
+    return text + Padded("  Input impedance (ohms):",
+                         number(losses->zInReal) + sign + number(std::abs(losses->zInImag)));
+}
+
+void AddLossesJson(JsonWriter& json, const std::optional<TankLosses>& losses) {
+    if (!losses) return;
+    json.BeginObject("losses")
+        .Number("coilQ", losses->q.coil)
+        .Number("capacitorQ", losses->q.capacitor)
+        .Number("efficiencyPercent", losses->efficiencyPercent)
+        .Number("lossDb", losses->lossDb)
+        .BeginObject("watts");
+    for (const auto& [part, name] : kPartNames)
+        json.Number(name, losses->Watts(part));
+    json.EndObject().Number("zInReal", losses->zInReal).Number("zInImag", losses->zInImag);
+    json.EndObject();
+}
+
 }  // namespace
 
 std::string DesignReportText(const DesignOutcome& outcome) {
     const DesignState& s = *outcome.state;
     return InputsSection(s) + ComponentsSection(s) + StressSection(outcome.stresses) +
-           HarmonicSection(outcome.harmonics);
+           HarmonicSection(outcome.harmonics) + LossesSection(outcome.losses);
 }
 
 std::string DesignJson(const DesignOutcome& outcome) {
@@ -140,6 +179,7 @@ std::string DesignJson(const DesignOutcome& outcome) {
             .EndObject();
     }
     json.EndArray();
+    AddLossesJson(json, outcome.losses);
     json.EndObject();
     return json.text();
 }

@@ -1,10 +1,12 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "core/design_state.h"
 #include "core/network.h"
+#include "core/tank_losses.h"
 #include "screens/design/small_plot.h"
 
 namespace varo::cli {
@@ -16,6 +18,7 @@ struct DesignOutcome {
     StressDisplay stresses;
     std::vector<HarmonicRow> harmonics;
     std::vector<std::string> messages;
+    std::optional<TankLosses> losses;  // when asked for
 };
 
 std::string DesignReportText(const DesignOutcome& outcome);

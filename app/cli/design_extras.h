@@ -1,0 +1,37 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "app/cli/arguments.h"
+#include "core/design_state.h"
+#include "core/reporter.h"
+#include "core/tank_losses.h"
+#include "platform/dialogs.h"
+
+namespace varo::cli {
+
+// What `varo-cli design` offers beyond the program's own files: a SPICE netlist, a Touchstone
+// file and the tank's losses with real coils and capacitors.
+struct DesignExtras {
+    std::optional<std::string> spicePath;
+    std::optional<std::string> touchstonePath;
+    std::optional<TankQ> lossQ;  // set when the losses are asked for
+};
+
+// The design command's options with those of the extras added.
+OptionSpec WithDesignExtras(OptionSpec options);
+
+// Reads the options. A Q of 0 or less, or a Touchstone name that ends in neither .s2p nor .s1p,
+// is a usage mistake (UsageError).
+DesignExtras ReadDesignExtras(const Arguments& args);
+
+// Recomputes the network and writes each requested file. False if any was not written.
+bool WriteDesignExtras(const DesignExtras& extras, DesignState& state, Dialogs& dialogs,
+                       Reporter& reporter);
+
+// The losses when asked for; a network that cannot be analysed is reported and gives none.
+std::optional<TankLosses> ComputeDesignLosses(const DesignExtras& extras, const DesignState& state,
+                                              Dialogs& dialogs);
+
+}  // namespace varo::cli

@@ -1,0 +1,79 @@
+#include "core/tank_losses.h"
+
+#include "core/fault.h"
+
+namespace varo {
+
+namespace {
+
+double InverseQ(double q) {
+    if (!(q > 0)) throw ArithmeticFault(FaultKind::InvalidArgument);
+    return CheckedDivide(1.0, q);
+}
+
+// Voltage across and current into the network at one place, the load end first.
+struct Port {
+    Complex v;
+    Complex i;
+};
+
+// Steps from the element's output side to its input side and returns what it dissipates.
+double StepThrough(const TankElement& element, double omega, double inverseQ, Port& port) {
+    const Complex immittance = LossyImmittance(omega * element.value, inverseQ);
+    if (element.series) {
+        port.v = port.v + immittance * port.i;
+        return SquaredMagnitude(port.i) * immittance.re;
+    }
+    const double dissipated = SquaredMagnitude(port.v) * immittance.re;
+    port.i = port.i + immittance * port.v;
+    return dissipated;
+}
+
+void AddDissipation(TankLosses& losses, const TankElement& element, double watts) {
+    const double c3Part = watts * element.c3Share;
+    losses.watts[static_cast<int>(element.part)] += watts - c3Part;
+    losses.watts[static_cast<int>(TankPart::C3)] += c3Part;
+}
+
+// Walks from the load (1 V across it) to the input, noting each part's dissipation.
+Port WalkToInput(const TankNetwork& network, double omega, double loadR, TankQ q,
+                 TankLosses& losses) {
+    const double coilInverseQ = InverseQ(q.coil);
+    const double capacitorInverseQ = InverseQ(q.capacitor);
+    Port port{{1, 0}, {CheckedDivide(1.0, loadR), 0}};
+    for (int i = network.count - 1; i >= 0; --i) {
+        const TankElement& element = network.elements[i];
+        const double inverseQ = element.series ? coilInverseQ : capacitorInverseQ;
+        AddDissipation(losses, element, StepThrough(element, omega, inverseQ, port));
+    }
+    return port;
+}
+
+}  // namespace
+
+TankLosses AnalyzeTankLosses(const DesignState& state, TankQ q) {
+    const double loadR = state.loadR;
+    TankLosses losses;
+    losses.q = q;
+    const Port input =
+        WalkToInput(BuildTankNetwork(state), 2 * state.pi * state.frequency, loadR, q, losses);
+
+    // V times the conjugate of I: its real part is the power taken in, in the units in which
+    // the load takes 1 / loadR. The network is linear, so the figures scale to the RF power.
+    const Complex unitPower = input.v * Conjugate(input.i);
+    if (!(unitPower.re > 0)) throw ArithmeticFault(FaultKind::InvalidArgument);
+    const double unitLoadWatts = 1.0 / loadR;
+    const double scale = static_cast<double>(state.rfPower) * loadR;
+    for (double& watts : losses.watts)
+        watts = CheckedFinite(watts * scale);
+    losses.loadWatts = state.rfPower;
+    losses.inputWatts = CheckedFinite(unitPower.re * scale);
+    losses.efficiencyPercent = 100 * unitLoadWatts / unitPower.re;
+    losses.lossDb = 10 * CheckedLog10(unitPower.re / unitLoadWatts);
+    const double currentSquared = SquaredMagnitude(input.i);
+    losses.zInReal = CheckedFinite(CheckedDivide(unitPower.re, currentSquared));
+    losses.zInImag = CheckedFinite(CheckedDivide(unitPower.im, currentSquared));
+    return losses;
+}
+
+}  // namespace varo

@@ -1,0 +1,52 @@
+#include "core/tank_network.h"
+
+#include "core/fault.h"
+
+namespace varo {
+
+bool LSectionStepsUp(const DesignState& state) {
+    return state.intermediateR < state.loadR;
+}
+
+TankNetwork BuildTankNetwork(const DesignState& s) {
+    TankNetwork network;
+    auto add = [&network](TankElement element) { network.elements[network.count++] = element; };
+    add({false, s.C1, TankPart::C1});
+    add({true, s.L1, TankPart::L1});
+    if (s.intermediateR > s.loadR) {
+        const double merged = StoreSingle(static_cast<double>(s.C2) + s.C3);
+        add({false, merged, TankPart::C2, CheckedDivide(s.C3, static_cast<double>(s.C2) + s.C3)});
+        add({true, s.L2, TankPart::L2});
+    } else if (LSectionStepsUp(s)) {
+        add({false, s.C2, TankPart::C2});
+        add({true, s.L2, TankPart::L2});
+        add({false, s.C3, TankPart::C3});
+    } else {
+        add({false, s.C2, TankPart::C2});
+    }
+    return network;
+}
+
+ChainMatrix TankChainMatrix(const TankNetwork& network, double omega, double coilInverseQ,
+                            double capacitorInverseQ) {
+    ChainMatrix t;
+    for (int i = 0; i < network.count; ++i) {
+        const TankElement& element = network.elements[i];
+        AppendElement(t, element.series, omega * element.value,
+                      element.series ? coilInverseQ : capacitorInverseQ);
+    }
+    return t;
+}
+
+SParameters ToSParameters(const ChainMatrix& t, double z0) {
+    const Complex bOverZ0 = (1.0 / z0) * t.b;
+    const Complex cZ0 = z0 * t.c;
+    const Complex denominator = t.a + bOverZ0 + cZ0 + t.d;
+    const Complex determinant = t.a * t.d - t.b * t.c;
+    return {.s11 = (t.a + bOverZ0 - cZ0 - t.d) / denominator,
+            .s21 = Complex{2, 0} / denominator,
+            .s12 = (2.0 * determinant) / denominator,
+            .s22 = (t.d + bOverZ0 - cZ0 - t.a) / denominator};
+}
+
+}  // namespace varo
