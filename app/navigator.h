@@ -46,8 +46,8 @@ class Navigator : public QObject {
     Navigator(const Navigator&) = delete;
     Navigator& operator=(const Navigator&) = delete;
 
-    // A destination nobody registered keeps the design screen's "not yet available" message.
-    // Registrations count from the design screen's first showing on.
+    // Call before Start. A destination nobody registered keeps the design screen's "not yet
+    // available" message.
     void Register(Destination destination, ScreenFactory factory);
 
     // Shows the welcome screen, which reads the last-session file into the design.
