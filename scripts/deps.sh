@@ -1,9 +1,15 @@
 #!/bin/sh
 # Installs what VARO needs to build, test and run on Debian 12 (as root, or through sudo).
+# usage: scripts/deps.sh [--ci]   (--ci adds the formatting check and the GUI check's display)
 set -eu
 SUDO=""
 if [ "$(id -u)" != "0" ]; then SUDO="sudo"; fi
-PACKAGES="g++ cmake ninja-build qt6-base-dev libgl-dev libgtest-dev libgmock-dev libbenchmark-dev fonts-liberation2 fonts-dejavu-core locales"
+# The compiler, CMake, Ninja, Qt 6, GoogleTest, Google Benchmark and the fonts the screens use;
+# ngspice, scikit-rf and pdftotext check the written files independently of VARO.
+PACKAGES="g++ cmake ninja-build qt6-base-dev libgl-dev libgtest-dev libgmock-dev libbenchmark-dev fonts-liberation2 fonts-dejavu-core locales ngspice python3-scikit-rf poppler-utils"
+if [ "${1:-}" = "--ci" ]; then
+  PACKAGES="$PACKAGES clang-format git xvfb xauth dbus-x11 at-spi2-core python3-pyatspi"
+fi
 missing=""
 for p in $PACKAGES; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing="$missing $p"

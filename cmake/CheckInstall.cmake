@@ -1,0 +1,20 @@
+# cmake -DBUILD_DIR=<build> -DPREFIX=<empty place> -P CheckInstall.cmake
+# Installs the build into PREFIX and fails unless every file a desktop needs is where it looks.
+cmake_minimum_required(VERSION 3.25)
+file(REMOVE_RECURSE ${PREFIX})
+execute_process(COMMAND ${CMAKE_COMMAND} --install ${BUILD_DIR} --prefix ${PREFIX}
+                RESULT_VARIABLE status OUTPUT_QUIET)
+if(NOT status EQUAL 0)
+  message(FATAL_ERROR "cmake --install failed: ${status}")
+endif()
+foreach(file bin/varo bin/varo-cli share/applications/varo.desktop
+             share/icons/hicolor/scalable/apps/varo.svg)
+  if(NOT EXISTS ${PREFIX}/${file})
+    message(FATAL_ERROR "not installed: ${file}")
+  endif()
+endforeach()
+file(STRINGS ${PREFIX}/share/applications/varo.desktop entry)
+if(NOT "Exec=varo" IN_LIST entry OR NOT "Icon=varo" IN_LIST entry)
+  message(FATAL_ERROR "the desktop entry does not start the installed varo with its icon")
+endif()
+file(REMOVE_RECURSE ${PREFIX})
