@@ -1,6 +1,7 @@
 #include "platform/qt/replay.h"
 
 #include <QFont>
+#include <QFontMetricsF>
 #include <QLineF>
 #include <QPainterPath>
 #include <QPen>
@@ -20,6 +21,52 @@ QColor ToQColor(Colour colour) {
 }
 
 namespace {
+
+// Fonts are sized in logical units, so text scales with the picture like the lines.
+QFont ReplayFont(const SurfaceFont& font) {
+    QFont qfont(QString::fromStdString(font.family));
+    qfont.setPixelSize(std::max(1, static_cast<int>(std::lround(font.pointSize * kUnitsPerPoint))));
+    qfont.setBold(font.bold);
+    qfont.setStyleHint(QFont::SansSerif);
+    return qfont;
+}
+
+// The anchor box of an aligned text: wide and tall enough never to clip, with the text's (x, y)
+// at the edge or centre that the alignment names.
+QRectF AnchorBox(const DrawOp& op, QSizeF room, int& flags) {
+    qreal left = op.x1;
+    qreal top = op.y1;
+    switch (op.align.horizontal) {
+        case HorizontalAlign::Left:
+            flags |= Qt::AlignLeft;
+            break;
+        case HorizontalAlign::Centre:
+            flags |= Qt::AlignHCenter;
+            left -= room.width() / 2;
+            break;
+        case HorizontalAlign::Right:
+            flags |= Qt::AlignRight;
+            left -= room.width();
+            break;
+    }
+    if (op.align.vertical == VerticalAlign::Middle) {
+        flags |= Qt::AlignVCenter;
+        top -= room.height() / 2;
+    } else {
+        flags |= Qt::AlignTop;
+    }
+    return QRectF(left, top, room.width(), room.height());
+}
+
+class ReplayTextMeasure final : public TextMeasure {
+  public:
+    TextExtent Measure(const SurfaceFont& font, std::string_view text) const override {
+        const QFontMetricsF metrics(ReplayFont(font));
+        const QString qtext = QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+        return {static_cast<float>(metrics.horizontalAdvance(qtext)),
+                static_cast<float>(metrics.height())};
+    }
+};
 
 // Joins axis-parallel segments that touch or overlap on the same line into one, so that a rail
 // drawn piece by piece replays as one stroke: antialiased ends that meet would otherwise paint
@@ -62,7 +109,7 @@ std::vector<QLineF> MergeCollinear(const std::vector<QLineF>& lines) {
 class Replayer {
   public:
     Replayer(const Surface& surface, QPainter& painter, const QRectF& target)
-        : surface_(surface), painter_(painter) {
+        : surface_(surface), painter_(painter), font_(ReplayFont(SurfaceFont{})) {
         const qreal scaleX = target.width() / surface.width();
         const qreal scaleY = target.height() / surface.height();
         // A line never gets thinner than one device-independent pixel, or it would fade away
@@ -70,7 +117,6 @@ class Replayer {
         minimumWidth_ = 1.0 / std::max<qreal>(std::min(scaleX, scaleY), 1e-9);
         painter.setTransform(QTransform(scaleX, 0, 0, scaleY, target.x(), target.y()), true);
         painter.setClipRect(QRectF(0, 0, surface.width(), surface.height()), Qt::IntersectClip);
-        SetFont(kDefaultSurfaceFont, kDefaultSurfacePointSize, false);
     }
 
     // Lines and arcs of one colour in a row are stroked as one path, so their joints are not
@@ -97,6 +143,9 @@ class Replayer {
             case DrawOp::Kind::Point:
                 Dot(op);
                 break;
+            case DrawOp::Kind::Disc:
+                Disc(op);
+                break;
             case DrawOp::Kind::Arc:
                 Arc(op);
                 break;
@@ -107,7 +156,7 @@ class Replayer {
                 lineWidth_ = op.width;
                 break;
             case DrawOp::Kind::Font:
-                SetFont(op.text, op.pointSize, op.bold);
+                font_ = ReplayFont(SurfaceFont{op.text, op.pointSize, op.bold});
                 break;
         }
     }
@@ -151,6 +200,12 @@ class Replayer {
         painter_.drawEllipse(QPointF(op.x1, op.y1), radius, radius);
     }
 
+    void Disc(const DrawOp& op) {
+        painter_.setPen(Qt::NoPen);
+        painter_.setBrush(ToQColor(op.colour));
+        painter_.drawEllipse(QPointF(op.x1, op.y1), op.radius, op.radius);
+    }
+
     void Arc(const DrawOp& op) {
         constexpr double kDegreesPerRadian = 180.0 / std::numbers::pi;
         const QRectF bounds(op.x1 - op.radius, op.y1 - op.radius, 2.0 * op.radius, 2.0 * op.radius);
@@ -163,18 +218,9 @@ class Replayer {
     void Text(const DrawOp& op) {
         painter_.setPen(ToQColor(op.colour));
         painter_.setFont(font_);
-        // The box is only an anchor for the top-left corner; the text is never clipped to it.
-        const QRectF anchor(op.x1, op.y1, surface_.width(), surface_.height());
-        painter_.drawText(anchor, Qt::AlignLeft | Qt::AlignTop | Qt::TextDontClip,
-                          QString::fromStdString(op.text));
-    }
-
-    void SetFont(const std::string& family, float pointSize, bool bold) {
-        font_ = QFont(QString::fromStdString(family));
-        // The font is sized in logical units, so it scales with the picture like the lines.
-        font_.setPixelSize(std::max(1, static_cast<int>(std::lround(pointSize * kUnitsPerPoint))));
-        font_.setBold(bold);
-        font_.setStyleHint(QFont::SansSerif);
+        int flags = Qt::TextDontClip;
+        const QRectF anchor = AnchorBox(op, QSizeF(surface_.width(), surface_.height()), flags);
+        painter_.drawText(anchor, flags, QString::fromStdString(op.text));
     }
 
     const Surface& surface_;
@@ -189,27 +235,42 @@ class Replayer {
 
 }  // namespace
 
-void ReplaySurface(const Surface& surface, QPainter& painter, const QRectF& target) {
+QRectF FittedRect(QSizeF logicalSize, const QRectF& target, SurfaceFit fit) {
+    if (fit == SurfaceFit::Stretch || logicalSize.isEmpty()) return target;
+    const QSizeF fitted = logicalSize.scaled(target.size(), Qt::KeepAspectRatio);
+    const QPointF corner(target.x() + (target.width() - fitted.width()) / 2,
+                         target.y() + (target.height() - fitted.height()) / 2);
+    return QRectF(corner, fitted);
+}
+
+void ReplaySurface(const Surface& surface, QPainter& painter, const QRectF& target,
+                   SurfaceFit fit) {
     if (surface.width() <= 0 || surface.height() <= 0 || target.isEmpty()) return;
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing, true);
     painter.setRenderHint(QPainter::TextAntialiasing, true);
-    Replayer replayer(surface, painter, target);
+    Replayer replayer(surface, painter,
+                      FittedRect(QSizeF(surface.width(), surface.height()), target, fit));
     for (const DrawOp& op : surface.ops())
         replayer.Play(op);
     replayer.Flush();
     painter.restore();
 }
 
-QImage RenderSurface(const Surface& surface, QSize size, qreal devicePixelRatio) {
+QImage RenderSurface(const Surface& surface, QSize size, qreal devicePixelRatio, SurfaceFit fit) {
     const qreal ratio = devicePixelRatio > 0 ? devicePixelRatio : 1;
     QImage image(size * ratio, QImage::Format_ARGB32_Premultiplied);
     image.setDevicePixelRatio(ratio);
     image.fill(Qt::white);
     QPainter painter(&image);
-    ReplaySurface(surface, painter, QRectF(QPointF(0, 0), QSizeF(size)));
+    ReplaySurface(surface, painter, QRectF(QPointF(0, 0), QSizeF(size)), fit);
     painter.end();
     return image;
+}
+
+const TextMeasure& QtTextMeasure() {
+    static const ReplayTextMeasure measure;
+    return measure;
 }
 
 }  // namespace varo
