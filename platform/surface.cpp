@@ -6,9 +6,11 @@ namespace varo {
 
 namespace {
 
-// Arial's digits and capitals average a little over half an em; a line is 1.15 em high.
+// Arial's digits and capitals average a little over half an em; a line is 1.15 em high, 0.9 em
+// of it above the baseline.
 constexpr float kAverageGlyphEms = 0.6f;
 constexpr float kLineEms = 1.15f;
+constexpr float kAscentEms = 0.9f;
 
 TextBox PlacedBox(const DrawOp& op, const TextExtent& extent) {
     float left = op.x1;
@@ -16,6 +18,7 @@ TextBox PlacedBox(const DrawOp& op, const TextExtent& extent) {
     if (op.align.horizontal == HorizontalAlign::Right) left -= extent.width;
     float top = op.y1;
     if (op.align.vertical == VerticalAlign::Middle) top -= extent.height / 2;
+    if (op.align.vertical == VerticalAlign::Baseline) top -= extent.ascent;
     return TextBox{op.text, left, top, left + extent.width, top + extent.height};
 }
 
@@ -23,7 +26,8 @@ TextBox PlacedBox(const DrawOp& op, const TextExtent& extent) {
 
 TextExtent AverageGlyphMeasure::Measure(const SurfaceFont& font, std::string_view text) const {
     const float em = font.pointSize * kUnitsPerPoint;
-    return {static_cast<float>(text.size()) * em * kAverageGlyphEms, em * kLineEms};
+    return {static_cast<float>(text.size()) * em * kAverageGlyphEms, em * kLineEms,
+            em * kAscentEms};
 }
 
 void Surface::Clear() {
@@ -101,9 +105,9 @@ void Surface::SetFont(std::string family, float pointSize, bool bold) {
                           .bold = bold});
 }
 
-TextExtent Surface::MeasureText(std::string_view text) const {
+TextExtent Surface::MeasureText(const SurfaceFont& font, std::string_view text) const {
     static const AverageGlyphMeasure fallback;
-    return (measure_ != nullptr ? *measure_ : fallback).Measure(font_, text);
+    return (measure_ != nullptr ? *measure_ : fallback).Measure(font, text);
 }
 
 bool TextBox::Overlaps(const TextBox& other) const {

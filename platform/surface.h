@@ -38,14 +38,14 @@ struct SurfaceFont {
 // Which point of its text a Text operation's (x, y) names. The replay measures the text in its
 // font and places it so; the default is the top-left corner.
 enum class HorizontalAlign : std::uint8_t { Left, Centre, Right };
-enum class VerticalAlign : std::uint8_t { Top, Middle };
+enum class VerticalAlign : std::uint8_t { Top, Middle, Baseline };
 struct TextAlign {
     HorizontalAlign horizontal = HorizontalAlign::Left;
     VerticalAlign vertical = VerticalAlign::Top;
     bool operator==(const TextAlign&) const = default;
 };
-inline constexpr TextAlign kAlignTopCentre{HorizontalAlign::Centre, VerticalAlign::Top};
 inline constexpr TextAlign kAlignMiddleRight{HorizontalAlign::Right, VerticalAlign::Middle};
+inline constexpr TextAlign kAlignBaselineCentre{HorizontalAlign::Centre, VerticalAlign::Baseline};
 
 struct DrawOp {
     enum class Kind { Clear, FillBox, OutlineBox, Line, Point, Arc, Text, LineWidth, Font, Disc };
@@ -62,10 +62,12 @@ struct DrawOp {
     bool operator==(const DrawOp&) const = default;
 };
 
-// The advance width and line height of a text, in logical units.
+// The advance width, line height and ascent (top of the line to the baseline) of a text, in
+// logical units.
 struct TextExtent {
     float width = 0;
     float height = 0;
+    float ascent = 0;
 };
 
 // Measures text as the replay will set it, so that layout code can size and space labels.
@@ -106,8 +108,9 @@ class Surface {
     // The measure used by MeasureText; nullptr (the default) falls back to average glyphs.
     // The measure must outlive the surface's use of it.
     void SetTextMeasure(const TextMeasure* measure) { measure_ = measure; }
-    // `text` in the font now in force, as the replay will set it.
-    TextExtent MeasureText(std::string_view text) const;
+    // `text` in the font now in force, or in `font`, as the replay will set it.
+    TextExtent MeasureText(std::string_view text) const { return MeasureText(font_, text); }
+    TextExtent MeasureText(const SurfaceFont& font, std::string_view text) const;
     const SurfaceFont& font() const { return font_; }
 
     float width() const { return width_; }

@@ -32,8 +32,8 @@ QFont ReplayFont(const SurfaceFont& font) {
 }
 
 // The anchor box of an aligned text: wide and tall enough never to clip, with the text's (x, y)
-// at the edge or centre that the alignment names.
-QRectF AnchorBox(const DrawOp& op, QSizeF room, int& flags) {
+// at the edge, centre or baseline that the alignment names.
+QRectF AnchorBox(const DrawOp& op, QSizeF room, qreal ascent, int& flags) {
     qreal left = op.x1;
     qreal top = op.y1;
     switch (op.align.horizontal) {
@@ -49,11 +49,18 @@ QRectF AnchorBox(const DrawOp& op, QSizeF room, int& flags) {
             left -= room.width();
             break;
     }
-    if (op.align.vertical == VerticalAlign::Middle) {
-        flags |= Qt::AlignVCenter;
-        top -= room.height() / 2;
-    } else {
-        flags |= Qt::AlignTop;
+    switch (op.align.vertical) {
+        case VerticalAlign::Top:
+            flags |= Qt::AlignTop;
+            break;
+        case VerticalAlign::Middle:
+            flags |= Qt::AlignVCenter;
+            top -= room.height() / 2;
+            break;
+        case VerticalAlign::Baseline:
+            flags |= Qt::AlignTop;
+            top -= ascent;
+            break;
     }
     return QRectF(left, top, room.width(), room.height());
 }
@@ -64,7 +71,7 @@ class ReplayTextMeasure final : public TextMeasure {
         const QFontMetricsF metrics(ReplayFont(font));
         const QString qtext = QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
         return {static_cast<float>(metrics.horizontalAdvance(qtext)),
-                static_cast<float>(metrics.height())};
+                static_cast<float>(metrics.height()), static_cast<float>(metrics.ascent())};
     }
 };
 
@@ -219,7 +226,8 @@ class Replayer {
         painter_.setPen(ToQColor(op.colour));
         painter_.setFont(font_);
         int flags = Qt::TextDontClip;
-        const QRectF anchor = AnchorBox(op, QSizeF(surface_.width(), surface_.height()), flags);
+        const QRectF anchor = AnchorBox(op, QSizeF(surface_.width(), surface_.height()),
+                                        QFontMetricsF(font_).ascent(), flags);
         painter_.drawText(anchor, flags, QString::fromStdString(op.text));
     }
 

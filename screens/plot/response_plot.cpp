@@ -116,11 +116,13 @@ void JoinPoints(Surface& surface, int lastIndex, Colour colour, PointAt at, Mark
     }
 }
 
-void DrawGridLabel(Surface& surface, const PlotLabelStyle& style, const GridLabel& label) {
+// Labels set smaller share the baseline of the full-sized ones.
+void DrawGridLabel(Surface& surface, const PlotLabelStyle& style, const GridLabel& label,
+                   float baseline) {
     UseFont(surface, LabelFont(style, label.pointSize));
     const float left = label.centre - label.width / 2;
     surface.Line(left, style.frequencyRowY, left + label.width, style.frequencyRowY, kWhite);
-    surface.Text(label.centre, style.frequencyRowY, label.text, kAlignTopCentre);
+    surface.Text(label.centre, baseline, label.text, kAlignBaselineCentre);
 }
 
 }  // namespace
@@ -198,12 +200,14 @@ void DrawFrequencyGrid(Surface& surface, const PlotFrame& frame, const PlotScale
         labels.push_back(SizedLabel(surface, style, Trimmed(FormatHz(gridFrequencies[i])), xs[i],
                                     RoomAround(xs, i, a.width())));
     SpreadApart(labels, style.gap);
-    surface.SetFont(style.font, style.pointSize);
+    const SurfaceFont fullSize = LabelFont(style, style.pointSize);
+    const float baseline = style.frequencyRowY + surface.MeasureText(fullSize, "0").ascent;
+    surface.SetFont(fullSize.family, fullSize.pointSize);
     for (const GridLabel& label : labels) {
         surface.Line(label.lineX, a.top, label.lineX, a.bottom, kPlotGrid);
-        DrawGridLabel(surface, style, label);
+        DrawGridLabel(surface, style, label, baseline);
     }
-    UseFont(surface, LabelFont(style, style.pointSize));
+    UseFont(surface, fullSize);
 }
 
 void DrawCurve(Surface& surface, const PlotFrame& frame, const PlotScale& scale,

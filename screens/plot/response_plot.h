@@ -98,7 +98,8 @@ void DrawPlotFrame(Surface& surface, const PlotFrame& frame);
 void DrawDbGrid(Surface& surface, const PlotFrame& frame, int divisions, float floorDb);
 
 // A vertical line at each grid frequency, labelled under the plot (on a white strip) with the
-// frequency, centred on its line; crowded labels are set smaller and then moved just apart.
+// frequency, centred on its line; crowded labels are set smaller, on the same baseline, and
+// then moved just apart.
 void DrawFrequencyGrid(Surface& surface, const PlotFrame& frame, const PlotScale& scale,
                        const std::vector<float>& gridFrequencies);
 

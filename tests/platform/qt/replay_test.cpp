@@ -130,7 +130,7 @@ TEST(RenderSurface, AlignedTextLandsInItsMeasuredBox) {
     };
     const Case cases[] = {
         {TextAlign{}, 0, 0},
-        {kAlignTopCentre, 0.5, 0},
+        {kAlignBaselineCentre, 0.5, 1},  // capitals stand on the baseline
         {kAlignMiddleRight, 1, 0.5},
     };
     constexpr qreal kUnitsPerImagePixel = 5;
