@@ -5,12 +5,14 @@
 #include <QLineF>
 #include <QPainterPath>
 #include <QPen>
+#include <QPolygonF>
 #include <QString>
 #include <QTransform>
 #include <algorithm>
 #include <cmath>
 #include <numbers>
 #include <tuple>
+#include <utility>
 #include <vector>
 
 namespace varo {
@@ -112,6 +114,60 @@ std::vector<QLineF> MergeCollinear(const std::vector<QLineF>& lines) {
     return merged;
 }
 
+// Consecutive lines where each starts at the end of the one before, as polylines.
+std::vector<QPolygonF> Chains(const std::vector<QLineF>& lines) {
+    std::vector<QPolygonF> chains;
+    for (const QLineF& line : lines) {
+        if (!chains.empty() && chains.back().back() == line.p1())
+            chains.back() << line.p2();
+        else
+            chains.push_back(QPolygonF{line.p1(), line.p2()});
+    }
+    return chains;
+}
+
+// How far a point lies from the segment a-b, squared, with coordinates scaled to device pixels.
+qreal SquaredDeviceDistance(QPointF point, QPointF a, QPointF b, QPointF scale) {
+    const QPointF p((point.x() - a.x()) * scale.x(), (point.y() - a.y()) * scale.y());
+    const QPointF d((b.x() - a.x()) * scale.x(), (b.y() - a.y()) * scale.y());
+    const qreal length2 = QPointF::dotProduct(d, d);
+    const qreal t = length2 > 0 ? std::clamp(QPointF::dotProduct(p, d) / length2, 0.0, 1.0) : 0.0;
+    const QPointF off = p - t * d;
+    return QPointF::dotProduct(off, off);
+}
+
+// A swept curve has more points than the picture has pixels, and stroking them all costs more
+// than painting everything else: keep only the points that move the line by more than a quarter
+// of a device pixel (Douglas-Peucker, without recursion so no curve can exhaust the stack).
+QPolygonF Simplified(const QPolygonF& points, QPointF devicePixelsPerUnit) {
+    constexpr qreal kTolerance2 = 0.25 * 0.25;
+    std::vector<bool> keep(static_cast<std::size_t>(points.size()), false);
+    keep.front() = keep.back() = true;
+    std::vector<std::pair<qsizetype, qsizetype>> spans{{0, points.size() - 1}};
+    while (!spans.empty()) {
+        const auto [first, last] = spans.back();
+        spans.pop_back();
+        qreal worst = kTolerance2;
+        qsizetype at = -1;
+        for (qsizetype i = first + 1; i < last; ++i) {
+            const qreal d2 =
+                SquaredDeviceDistance(points[i], points[first], points[last], devicePixelsPerUnit);
+            if (d2 > worst) {
+                worst = d2;
+                at = i;
+            }
+        }
+        if (at < 0) continue;
+        keep[static_cast<std::size_t>(at)] = true;
+        spans.push_back({first, at});
+        spans.push_back({at, last});
+    }
+    QPolygonF kept;
+    for (qsizetype i = 0; i < points.size(); ++i)
+        if (keep[static_cast<std::size_t>(i)]) kept << points[i];
+    return kept;
+}
+
 // Pen width and font as the display list sets them while it is replayed.
 class Replayer {
   public:
@@ -123,6 +179,9 @@ class Replayer {
         // on a small window.
         minimumWidth_ = 1.0 / std::max<qreal>(std::min(scaleX, scaleY), 1e-9);
         painter.setTransform(QTransform(scaleX, 0, 0, scaleY, target.x(), target.y()), true);
+        const QTransform device = painter.deviceTransform();
+        devicePixelsPerUnit_ =
+            QPointF(std::hypot(device.m11(), device.m12()), std::hypot(device.m21(), device.m22()));
         painter.setClipRect(QRectF(0, 0, surface.width(), surface.height()), Qt::IntersectClip);
     }
 
@@ -170,7 +229,14 @@ class Replayer {
 
     void Flush() {
         if (lines_.empty() && strokes_.isEmpty()) return;
-        for (const QLineF& line : MergeCollinear(lines_)) {
+        std::vector<QLineF> singles;
+        for (const QPolygonF& chain : Chains(lines_)) {
+            if (chain.size() == 2)
+                singles.emplace_back(chain[0], chain[1]);
+            else
+                strokes_.addPolygon(Simplified(chain, devicePixelsPerUnit_));
+        }
+        for (const QLineF& line : MergeCollinear(singles)) {
             strokes_.moveTo(line.p1());
             strokes_.lineTo(line.p2());
         }
@@ -235,6 +301,7 @@ class Replayer {
     QPainter& painter_;
     float lineWidth_ = 1;
     qreal minimumWidth_ = 0;
+    QPointF devicePixelsPerUnit_;
     QFont font_;
     QPainterPath strokes_;  // arcs, then the merged lines
     std::vector<QLineF> lines_;

@@ -88,6 +88,22 @@ TEST(RenderSurface, PiecewiseLinesMatchWholeLines) {
     EXPECT_EQ(RenderSurface(pieces, {173, 131}), RenderSurface(whole, {173, 131}));
 }
 
+// A swept curve has far more points than pixels; thinning them must keep a one-point notch.
+TEST(RenderSurface, DenseCurveKeepsItsNarrowNotch) {
+    Surface surface(1200, 900);
+    constexpr int kPoints = 2001;
+    const auto y = [](int i) {
+        return i == 1000 ? 800.0f : 100.0f + 0.01f * static_cast<float>(i);
+    };
+    for (int i = 1; i < kPoints; ++i)
+        surface.Line(0.6f * static_cast<float>(i - 1), y(i - 1), 0.6f * static_cast<float>(i), y(i),
+                     kBlue);
+    const QImage image = RenderSurface(surface, {120, 90});  // 10 units a pixel
+    EXPECT_GT(InkInColumn(image, 60, 70, 79), 0);            // the notch's tip at Y 800
+    EXPECT_GT(InkInColumn(image, 100, 10, 13), 0);           // the slope goes on past it
+    EXPECT_EQ(InkInColumn(image, 100, 20, 89), 0);
+}
+
 TEST(RenderSurface, ArcFromZeroToPiIsTheUpperHalf) {
     Surface surface(1200, 900);
     surface.SetLineWidth(2);
