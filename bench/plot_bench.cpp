@@ -48,43 +48,47 @@ struct SweptDesign {
     bool ok = false;
 };
 
-// The chart and the first three harmonics' markers, as the plot screen will draw them.
-void DrawLargePlot(Surface& surface, const DesignState& state, const std::vector<float>& grid) {
-    DrawLargePlotChart(surface, state, grid);
-    for (int n = 1; n <= 3; ++n) {
-        const float frequency = static_cast<float>(n) * state.frequency;
-        MarkLargePlotHarmonic(surface, state, frequency, -10.0f * static_cast<float>(n));
+// The default design's large plot: the chart and the first three harmonics' markers, on a
+// surface that measures its text as the screen's will.
+struct LargePlot {
+    LargePlot() {
+        EnsureApplication();
+        surface.SetTextMeasure(&QtTextMeasure());
     }
-}
+    // A nudge button clears the screen and redraws it, so the list keeps its storage.
+    void Redraw() {
+        const DesignState& state = *design.state;
+        surface.Clear();
+        DrawLargePlotChart(surface, state, design.grid);
+        for (int n = 1; n <= 3; ++n) {
+            const float frequency = static_cast<float>(n) * state.frequency;
+            MarkLargePlotHarmonic(surface, state, frequency, -10.0f * static_cast<float>(n));
+        }
+    }
+    SweptDesign design;
+    Surface surface{12000, 9000};
+};
 
 void BM_LargePlotDisplayList(benchmark::State& run) {
-    EnsureApplication();
-    SweptDesign design;
-    if (!design.ok) run.SkipWithError("the default design did not compute");
-    // A nudge button clears the screen and redraws it, so the list keeps its storage.
-    Surface surface(12000, 9000);
-    surface.SetTextMeasure(&QtTextMeasure());
+    LargePlot plot;
+    if (!plot.design.ok) run.SkipWithError("the default design did not compute");
     for (auto _ : run) {
-        surface.Clear();
-        DrawLargePlot(surface, *design.state, design.grid);
-        benchmark::DoNotOptimize(surface.ops().data());
+        plot.Redraw();
+        benchmark::DoNotOptimize(plot.surface.ops().data());
     }
 }
 BENCHMARK(BM_LargePlotDisplayList)->Unit(benchmark::kMicrosecond);
 
 // The large plot's display list painted onto a 1600 x 1200 image, shape kept.
 void BM_LargePlotReplay(benchmark::State& run) {
-    EnsureApplication();
-    SweptDesign design;
-    if (!design.ok) run.SkipWithError("the default design did not compute");
-    Surface surface(12000, 9000);
-    surface.SetTextMeasure(&QtTextMeasure());
-    DrawLargePlot(surface, *design.state, design.grid);
+    LargePlot plot;
+    if (!plot.design.ok) run.SkipWithError("the default design did not compute");
+    plot.Redraw();
     for (auto _ : run) {
-        QImage image = RenderSurface(surface, QSize(1600, 1200), 1, SurfaceFit::KeepAspect);
+        QImage image = RenderSurface(plot.surface, QSize(1600, 1200), 1, SurfaceFit::KeepAspect);
         benchmark::DoNotOptimize(image.constBits());
     }
-    run.counters["ops"] = static_cast<double>(surface.ops().size());
+    run.counters["ops"] = static_cast<double>(plot.surface.ops().size());
 }
 BENCHMARK(BM_LargePlotReplay)->Unit(benchmark::kMillisecond);
 

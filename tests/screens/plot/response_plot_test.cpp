@@ -89,37 +89,23 @@ TEST_F(LargePlotTest, ChartDrawsFrameGridsAndCurvesOnItsOwnScale) {
         EXPECT_EQ(verticals[i].y2, 7000);
     }
 
-    // The dB grid comes before the frequency grid, and the curves after both.
+    // The dB grid comes before the frequency grid. Then each curve: a one-pixel blue dot at its
+    // first point and 2000 lines on from it, transmission red and return blue.
     const auto firstOf = [&](auto keep) { return std::find_if(ops.begin(), ops.end(), keep); };
     EXPECT_LT(firstOf(IsHorizontalGridLine), firstOf(IsVerticalGridLine));
-    const auto firstDot = firstOf([](const DrawOp& op) { return op.kind == Kind::Point; });
-    ASSERT_NE(firstDot, ops.end());
-    EXPECT_GT(firstDot, firstOf(IsVerticalGridLine));
-}
-
-// Each curve starts with a one-pixel blue dot; transmission is then red, return blue.
-TEST_F(LargePlotTest, CurvesStartWithABlueDot) {
-    DrawLargePlotChart(surface, *state, grid);
-    const auto& ops = surface.ops();
-    std::vector<std::size_t> dots;
-    for (std::size_t i = 0; i < ops.size(); ++i)
-        if (ops[i].kind == Kind::Point) dots.push_back(i);
-    ASSERT_EQ(dots.size(), 2u);
-    for (std::size_t dot : dots) {
-        EXPECT_EQ(ops[dot].colour, kBlue);
-        EXPECT_EQ(ops[dot].width, 1);
-        EXPECT_EQ(ops[dot].x1, 2000);
+    auto dot = firstOf([](const DrawOp& op) { return op.kind == Kind::Point; });
+    EXPECT_GT(dot, firstOf(IsVerticalGridLine));
+    for (Colour line : {kRed, kBlue}) {
+        ASSERT_GE(std::distance(dot, ops.end()), 2001);
+        EXPECT_EQ(*dot, (DrawOp{.kind = Kind::Point, .x1 = 2000, .y1 = dot->y1, .colour = kBlue}));
+        EXPECT_EQ((std::vector{dot[1].x1, dot[1].y1}), (std::vector{dot->x1, dot->y1}));
+        EXPECT_TRUE(std::all_of(dot + 1, dot + 2001, [line](const DrawOp& op) {
+            return op.kind == Kind::Line && op.colour == line;
+        }));
+        EXPECT_NEAR(dot[2000].x2, 11000, 0.01f);
+        dot += 2001;
     }
-    const Colour expectedLines[] = {kRed, kBlue};
-    for (std::size_t curve = 0; curve < 2; ++curve) {
-        const std::size_t first = dots[curve] + 1;
-        ASSERT_LE(first + 2000, ops.size());
-        EXPECT_EQ(ops[first].x1, ops[dots[curve]].x1);
-        EXPECT_EQ(ops[first].y1, ops[dots[curve]].y1);
-        for (std::size_t i = first; i < first + 2000; ++i)
-            ASSERT_EQ(ops[i].colour, expectedLines[curve]) << i;
-        EXPECT_NEAR(ops[first + 1999].x2, 11000, 0.01f);
-    }
+    EXPECT_EQ(dot, ops.end());
 }
 
 TEST_F(LargePlotTest, HarmonicMarkersAreThinRingsHeldOnTheChart) {
@@ -150,12 +136,9 @@ TEST_F(LargePlotTest, OnlyCurvesMayLeaveTheAreaSideways) {
     state->sweepFrequency[state->sweepIntervals] = 2 * state->sweepStop;
     state->sweepTransmission[0] = -200;
     DrawLargePlotChart(surface, *state, grid);
-    const auto reds = std::count_if(surface.ops().begin(), surface.ops().end(),
-                                    [](const DrawOp& op) { return op.colour == kRed; });
-    ASSERT_EQ(reds, 2000);
-    const auto lastRed = std::find_if(surface.ops().rbegin(), surface.ops().rend(),
-                                      [](const DrawOp& op) { return op.colour == kRed; });
-    EXPECT_NEAR(lastRed->x2, 14000, 0.5f);
+    const auto red = Select(surface, [](const DrawOp& op) { return op.colour == kRed; });
+    ASSERT_EQ(red.size(), 2000u);
+    EXPECT_NEAR(red.back().x2, 14000, 0.5f);
     EXPECT_EQ(Select(surface, [](const DrawOp& op) { return op.kind == Kind::Point; })[0].y1, 7000);
 }
 
@@ -234,23 +217,23 @@ TEST_F(LargePlotTest, FrequencyLabelsNeverRunTogether) {
 }
 
 TEST_F(LargePlotTest, DbLabelsSitRightAlignedBesideTheirLines) {
-    for (float floorDb : {-60.0f, -30.0f}) {
-        Surface labelled(12000, 9000);
-        DrawDbGrid(labelled, kLargePlotFrame, 6, floorDb);
+    struct Case {
+        float floorDb;
         std::vector<std::string> texts;
+    };
+    for (const Case& c : {Case{-60, {"0", "-10", "-20", "-30", "-40", "-50", "-60"}},
+                          Case{-30, {"0", "-5", "-10", "-15", "-20", "-25", "-30"}}}) {
+        Surface labelled(12000, 9000);
+        DrawDbGrid(labelled, kLargePlotFrame, 6, c.floorDb);
         const std::vector<DrawOp> lines = Select(labelled, IsHorizontalGridLine);
         const std::vector<DrawOp> labels = Select(labelled, IsText);
-        ASSERT_EQ(labels.size(), lines.size());
-        for (std::size_t i = 0; i < labels.size(); ++i) {
-            texts.push_back(labels[i].text);
-            EXPECT_EQ(labels[i].x1, 1960);
-            EXPECT_EQ(labels[i].y1, lines[i].y1);
-            EXPECT_EQ(labels[i].align, kAlignMiddleRight);
-        }
-        const std::vector<std::string> expected =
-            floorDb == -60 ? std::vector<std::string>{"0", "-10", "-20", "-30", "-40", "-50", "-60"}
-                           : std::vector<std::string>{"0", "-5", "-10", "-15", "-20", "-25", "-30"};
-        EXPECT_EQ(texts, expected);
+        ASSERT_EQ(labels.size(), c.texts.size());
+        for (std::size_t i = 0; i < labels.size(); ++i)
+            EXPECT_EQ(labels[i], (DrawOp{.kind = Kind::Text,
+                                         .x1 = 1960,
+                                         .y1 = lines.at(i).y1,
+                                         .text = c.texts[i],
+                                         .align = kAlignMiddleRight}));
     }
 }
 
