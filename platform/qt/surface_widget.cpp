@@ -10,25 +10,41 @@
 namespace varo {
 
 SurfaceWidget::SurfaceWidget(float logicalWidth, float logicalHeight, QWidget* parent)
-    : QWidget(parent), ownSurface_(logicalWidth, logicalHeight), surface_(&ownSurface_) {}
+    : QWidget(parent), ownSurface_(logicalWidth, logicalHeight), surface_(&ownSurface_) {
+    surface_->SetTextMeasure(&QtTextMeasure());
+}
 
 SurfaceWidget::SurfaceWidget(Surface& surface, QWidget* parent)
-    : QWidget(parent), ownSurface_(surface.width(), surface.height()), surface_(&surface) {}
+    : QWidget(parent), ownSurface_(surface.width(), surface.height()), surface_(&surface) {
+    surface_->SetTextMeasure(&QtTextMeasure());
+}
+
+void SurfaceWidget::SetFit(SurfaceFit fit) {
+    fit_ = fit;
+    ApplyPlacements();
+    update();
+}
+
+QRectF SurfaceWidget::PictureRect() const {
+    return FittedRect(QSizeF(surface_->width(), surface_->height()), QRectF(rect()), fit_);
+}
 
 QRect SurfaceWidget::LogicalToWidget(const QRectF& logical) const {
-    const qreal scaleX = width() / qreal(surface_->width());
-    const qreal scaleY = height() / qreal(surface_->height());
+    const QRectF picture = PictureRect();
+    const qreal scaleX = picture.width() / surface_->width();
+    const qreal scaleY = picture.height() / surface_->height();
     // Both edges are rounded, so neighbouring controls stay flush at any size.
-    const int left = static_cast<int>(std::lround(logical.left() * scaleX));
-    const int top = static_cast<int>(std::lround(logical.top() * scaleY));
-    const int right = static_cast<int>(std::lround(logical.right() * scaleX));
-    const int bottom = static_cast<int>(std::lround(logical.bottom() * scaleY));
+    const int left = static_cast<int>(std::lround(picture.x() + logical.left() * scaleX));
+    const int top = static_cast<int>(std::lround(picture.y() + logical.top() * scaleY));
+    const int right = static_cast<int>(std::lround(picture.x() + logical.right() * scaleX));
+    const int bottom = static_cast<int>(std::lround(picture.y() + logical.bottom() * scaleY));
     return QRect(left, top, right - left, bottom - top);
 }
 
 int SurfaceWidget::ScaledFontPixels(qreal pointSize) const {
     const qreal logicalUnits = pointSize * kUnitsPerPoint;
-    return std::max(1, static_cast<int>(std::lround(logicalUnits * height() / surface_->height())));
+    const qreal scale = PictureRect().height() / surface_->height();
+    return std::max(1, static_cast<int>(std::lround(logicalUnits * scale)));
 }
 
 void SurfaceWidget::Place(QWidget* control, const QRectF& logical, qreal pointSize) {
@@ -58,11 +74,15 @@ void SurfaceWidget::ApplyPlacement(const PlacedControl& placed) const {
 void SurfaceWidget::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.fillRect(rect(), Qt::white);
-    ReplaySurface(*surface_, painter, QRectF(rect()));
+    ReplaySurface(*surface_, painter, QRectF(rect()), fit_);
 }
 
 void SurfaceWidget::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
+    ApplyPlacements();
+}
+
+void SurfaceWidget::ApplyPlacements() {
     std::erase_if(placed_, [](const PlacedControl& p) { return p.control.isNull(); });
     for (const PlacedControl& placed : placed_)
         ApplyPlacement(placed);

@@ -7,13 +7,15 @@
 #include <QWidget>
 #include <vector>
 
+#include "platform/qt/replay.h"
 #include "platform/surface.h"
 
 namespace varo {
 
-// A screen's background: its drawing surface stretched over the whole widget, with the
-// screen's controls placed on top at logical (twip) rectangles that scale the same way.
-// Fonts of placed controls scale with the widget's height, so a resized window keeps its look.
+// A screen's background: its drawing surface laid over the widget (stretched over all of it, or
+// with its shape kept), with the screen's controls placed on top at logical (twip) rectangles
+// that scale the same way. Fonts of placed controls scale with the picture's height, so a
+// resized window keeps its look. The surface measures its text with the replay's fonts.
 class SurfaceWidget : public QWidget {
     Q_OBJECT
 
@@ -22,6 +24,10 @@ class SurfaceWidget : public QWidget {
     SurfaceWidget(float logicalWidth, float logicalHeight, QWidget* parent = nullptr);
     // Draws a surface owned elsewhere, which must outlive the widget.
     explicit SurfaceWidget(Surface& surface, QWidget* parent = nullptr);
+
+    // Stretch (the default) or keep the surface's aspect ratio, centred in the widget.
+    void SetFit(SurfaceFit fit);
+    SurfaceFit fit() const { return fit_; }
 
     Surface& surface() { return *surface_; }
     const Surface& surface() const { return *surface_; }
@@ -49,9 +55,12 @@ class SurfaceWidget : public QWidget {
     };
 
     void ApplyPlacement(const PlacedControl& placed) const;
+    void ApplyPlacements();
+    QRectF PictureRect() const;
 
     Surface ownSurface_;
     Surface* surface_;
+    SurfaceFit fit_ = SurfaceFit::Stretch;
     std::vector<PlacedControl> placed_;
 };
 

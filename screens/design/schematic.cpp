@@ -1,5 +1,6 @@
 #include "screens/design/schematic.h"
 
+#include <algorithm>
 #include <numbers>
 #include <string>
 #include <utility>
@@ -18,9 +19,7 @@ constexpr float kPlateHalfWidth = 120;
 constexpr float kUpperPlateDrop = 480;
 constexpr float kLowerPlateDrop = 540;
 
-// Inductor: three humps of radius 80 between two leads of 80.
-constexpr float kTurnRadius = 80;
-constexpr int kTurns = 3;
+// Inductor: humps above the line between two leads of 80; the coil and its first lead are 560.
 constexpr float kInductorLead = 80;
 constexpr float kCoilLength = 560;
 
@@ -28,11 +27,9 @@ constexpr float kCoilLength = 560;
 constexpr float kGeneratorRadius = 150;
 constexpr float kWaveRadius = 50;
 constexpr float kZigzagAmplitude = 70;
-constexpr int kZigzagStrokes = 8;
+constexpr int kSourceZigzagStrokes = 8;
 
 // Load: a resistor to the rail, its value to its right.
-constexpr float kLoadResistorTop = 300;
-constexpr float kLoadResistorBottom = 740;
 constexpr float kLoadWidth = 160;
 
 struct LabelBox {
@@ -49,14 +46,13 @@ void DrawValueLabel(Surface& surface, const LabelBox& box, float textX, float te
     surface.Text(textX, textY, std::move(text));
 }
 
-void DrawVerticalZigzag(Surface& surface, float x, float top, float bottom) {
-    const float stroke = (bottom - top) / kZigzagStrokes;
+void DrawVerticalZigzag(Surface& surface, float x, float top, float bottom, int strokes) {
+    const float stroke = (bottom - top) / static_cast<float>(strokes);
     float fromX = x;
     float fromY = top;
-    for (int i = 1; i <= kZigzagStrokes; ++i) {
-        const float toY = i == kZigzagStrokes ? bottom : top + stroke * static_cast<float>(i);
-        const float toX =
-            i == kZigzagStrokes ? x : x + (i % 2 == 1 ? 1.0f : -1.0f) * kZigzagAmplitude;
+    for (int i = 1; i <= strokes; ++i) {
+        const float toY = i == strokes ? bottom : top + stroke * static_cast<float>(i);
+        const float toX = i == strokes ? x : x + (i % 2 == 1 ? 1.0f : -1.0f) * kZigzagAmplitude;
         surface.Line(fromX, fromY, toX, toY, kBlack);
         fromX = toX;
         fromY = toY;
@@ -70,6 +66,7 @@ void DrawGenerator(Surface& surface, float x, float y) {
     surface.Arc(x + kWaveRadius, y, kWaveRadius, kHalfTurn, kFullTurn, kBlack);
 }
 
+// The tinted box behind a row's components, from the source's right end to `right` past the pen.
 void DrawSectionBox(Surface& surface, const Pen& pen, float right) {
     const float left = pen.x + kSourceWidth;
     const float top = pen.y - 150;
@@ -80,54 +77,6 @@ void DrawSectionBox(Surface& surface, const Pen& pen, float right) {
 
 void DrawRowCaption(Surface& surface, float rowY, const char* caption) {
     surface.Text(2300, rowY + 440, caption);
-}
-
-void DrawPiSectionRow(Surface& surface, const DesignState& state) {
-    Pen pen{kSchematicLeft, kPiSectionRowY};
-    DrawSectionBox(surface, pen, 3300);
-    DrawSource(surface, pen, state.plateR);
-    DrawShuntCapacitor(surface, pen, state.C1);
-    DrawSeriesInductor(surface, pen, state.L1);
-    DrawShuntCapacitor(surface, pen, state.C2);
-    DrawLoad(surface, pen, state.intermediateR);
-}
-
-// Shown as a plain wire unless the intermediate resistance is above the load, even when it is
-// below: that row stands for the step down only.
-void DrawLSectionRow(Surface& surface, const DesignState& state) {
-    Pen pen{kSchematicLeft, kLSectionRowY};
-    DrawSectionBox(surface, pen, state.intermediateR == state.loadR ? 2100 : 3000);
-    DrawSource(surface, pen, state.intermediateR);
-    if (state.intermediateR > state.loadR) {
-        DrawShuntCapacitor(surface, pen, state.C3);
-        DrawSeriesInductor(surface, pen, state.L2);
-        DrawWireStep(surface, pen);
-    } else {
-        DrawWireSpan(surface, pen);
-    }
-    DrawWireStep(surface, pen);
-    DrawLoad(surface, pen, state.loadR);
-}
-
-void DrawNetworkRow(Surface& surface, const DesignState& state) {
-    Pen pen{kSchematicLeft, kNetworkRowY};
-    DrawSectionBox(surface, pen, state.intermediateR == state.loadR ? 3300 : 4300);
-    DrawSource(surface, pen, state.plateR);
-    DrawShuntCapacitor(surface, pen, state.C1);
-    DrawSeriesInductor(surface, pen, state.L1);
-    if (state.intermediateR > state.loadR) {
-        // C2 and C3 are in parallel at the midpoint.
-        const float midpointC = state.C2 + state.C3;
-        DrawShuntCapacitor(surface, pen, midpointC);
-        DrawSeriesInductor(surface, pen, state.L2);
-    } else if (state.intermediateR < state.loadR) {
-        DrawShuntCapacitor(surface, pen, state.C2);
-        DrawSeriesInductor(surface, pen, state.L2);
-        DrawShuntCapacitor(surface, pen, state.C3);
-    } else {
-        DrawShuntCapacitor(surface, pen, state.C2);
-    }
-    DrawLoad(surface, pen, state.loadR);
 }
 
 }  // namespace
@@ -153,7 +102,8 @@ void DrawSource(Surface& surface, Pen& pen, float ohms, const SymbolDimensions& 
     surface.Line(branch, y, branch, y + d.generatorY - kGeneratorRadius, kBlack);
     DrawGenerator(surface, branch, y + d.generatorY);
     surface.Line(branch, y + d.generatorY + kGeneratorRadius, branch, y + d.resistorTop, kBlack);
-    DrawVerticalZigzag(surface, branch, y + d.resistorTop, y + d.resistorBottom);
+    DrawVerticalZigzag(surface, branch, y + d.resistorTop, y + d.resistorBottom,
+                       kSourceZigzagStrokes);
     surface.Line(branch, y + d.resistorBottom, branch, y + kRailDrop, kBlack);
     // Above the line, and clear of the top edge of the section box beside the source.
     const LabelBox box{x + d.labelBoxLeft, y - d.labelBoxTop, x + d.labelBoxRight, y - 170};
@@ -161,12 +111,15 @@ void DrawSource(Surface& surface, Pen& pen, float ohms, const SymbolDimensions& 
     pen.x = x + kSourceWidth;
 }
 
-void DrawSeriesInductor(Surface& surface, Pen& pen, float henry, const SymbolDimensions&) {
+void DrawSeriesInductor(Surface& surface, Pen& pen, float henry,
+                        const SymbolDimensions& dimensions) {
     DrawWireStep(surface, pen);
     surface.Line(pen.x, pen.y, pen.x + kInductorLead, pen.y, kBlack);
-    for (int k = 1; k <= kTurns; ++k)
-        surface.Arc(pen.x + 2 * kTurnRadius * static_cast<float>(k), pen.y, kTurnRadius, 0,
-                    kHalfTurn, kBlack);
+    const int turns = std::max(1, dimensions.inductorTurns);
+    const float radius = (kCoilLength - kInductorLead) / static_cast<float>(2 * turns);
+    for (int k = 1; k <= turns; ++k)
+        surface.Arc(pen.x + kInductorLead + radius * static_cast<float>(2 * k - 1), pen.y, radius,
+                    0, kHalfTurn, kBlack);
     pen.x += kCoilLength;
     surface.Line(pen.x, pen.y, pen.x + kInductorLead, pen.y, kBlack);
     pen.x += kInductorLead;
@@ -196,19 +149,66 @@ void DrawShuntCapacitor(Surface& surface, Pen& pen, float farad,
     DrawValueLabel(surface, box, pen.x - 700, y + 1200, farad, FormatFarad(farad));
 }
 
-void DrawLoad(Surface& surface, Pen& pen, float ohms, const SymbolDimensions&) {
+void DrawLoad(Surface& surface, Pen& pen, float ohms, const SymbolDimensions& dimensions) {
+    const LoadDimensions& d = dimensions.load;
     DrawWireStep(surface, pen);
     DrawWireStep(surface, pen);
     const float x = pen.x;
     const float y = pen.y;
-    surface.Line(x, y, x, y + kLoadResistorTop, kBlack);
-    DrawVerticalZigzag(surface, x, y + kLoadResistorTop, y + kLoadResistorBottom);
-    surface.Line(x, y + kLoadResistorBottom, x, y + kRailDrop, kBlack);
+    surface.Line(x, y, x, y + d.resistorTop, kBlack);
+    DrawVerticalZigzag(surface, x, y + d.resistorTop, y + d.resistorBottom,
+                       std::max(1, d.zigzagStrokes));
+    surface.Line(x, y + d.resistorBottom, x, y + kRailDrop, kBlack);
     // To the right of the resistor, where nothing else is drawn; kept clear of the edge of a
     // section box drawn past the load (the L section shown as a wire) and of the small plot.
     const LabelBox box{x + 100, y + 400, x + 540, y + 640};
     DrawValueLabel(surface, box, x + 150, y + 440, ohms, FormatNumber(ohms));
     pen.x = x + kLoadWidth;
+}
+
+void DrawPiSectionRow(Surface& surface, Pen& pen, const DesignState& state,
+                      const SymbolDimensions& dimensions) {
+    DrawSource(surface, pen, state.plateR, dimensions);
+    DrawShuntCapacitor(surface, pen, state.C1, dimensions);
+    DrawSeriesInductor(surface, pen, state.L1, dimensions);
+    DrawShuntCapacitor(surface, pen, state.C2, dimensions);
+    DrawLoad(surface, pen, state.intermediateR, dimensions);
+}
+
+// Shown as a plain wire unless the intermediate resistance is above the load, even when it is
+// below: that row stands for the step down only.
+void DrawLSectionRow(Surface& surface, Pen& pen, const DesignState& state,
+                     const SymbolDimensions& dimensions) {
+    DrawSource(surface, pen, state.intermediateR, dimensions);
+    if (state.intermediateR > state.loadR) {
+        DrawShuntCapacitor(surface, pen, state.C3, dimensions);
+        DrawSeriesInductor(surface, pen, state.L2, dimensions);
+        DrawWireStep(surface, pen);
+    } else {
+        DrawWireSpan(surface, pen);
+    }
+    DrawWireStep(surface, pen);
+    DrawLoad(surface, pen, state.loadR, dimensions);
+}
+
+void DrawNetworkRow(Surface& surface, Pen& pen, const DesignState& state,
+                    const SymbolDimensions& dimensions) {
+    DrawSource(surface, pen, state.plateR, dimensions);
+    DrawShuntCapacitor(surface, pen, state.C1, dimensions);
+    DrawSeriesInductor(surface, pen, state.L1, dimensions);
+    if (state.intermediateR > state.loadR) {
+        // C2 and C3 are in parallel at the midpoint.
+        const float midpointC = state.C2 + state.C3;
+        DrawShuntCapacitor(surface, pen, midpointC, dimensions);
+        DrawSeriesInductor(surface, pen, state.L2, dimensions);
+    } else if (state.intermediateR < state.loadR) {
+        DrawShuntCapacitor(surface, pen, state.C2, dimensions);
+        DrawSeriesInductor(surface, pen, state.L2, dimensions);
+        DrawShuntCapacitor(surface, pen, state.C3, dimensions);
+    } else {
+        DrawShuntCapacitor(surface, pen, state.C2, dimensions);
+    }
+    DrawLoad(surface, pen, state.loadR, dimensions);
 }
 
 void DrawSchematic(Surface& surface, const DesignState& state) {
@@ -220,9 +220,16 @@ void DrawSchematic(Surface& surface, const DesignState& state) {
     DrawRowCaption(surface, kLSectionRowY, "L section");
     DrawRowCaption(surface, kNetworkRowY, "Pi-L network");
     surface.SetLineWidth(1);
-    DrawPiSectionRow(surface, state);
-    DrawLSectionRow(surface, state);
-    DrawNetworkRow(surface, state);
+    const bool noLSection = state.intermediateR == state.loadR;
+    Pen pen{kSchematicLeft, kPiSectionRowY};
+    DrawSectionBox(surface, pen, 3300);
+    DrawPiSectionRow(surface, pen, state);
+    pen = {kSchematicLeft, kLSectionRowY};
+    DrawSectionBox(surface, pen, noLSection ? 2100 : 3000);
+    DrawLSectionRow(surface, pen, state);
+    pen = {kSchematicLeft, kNetworkRowY};
+    DrawSectionBox(surface, pen, noLSection ? 3300 : 4300);
+    DrawNetworkRow(surface, pen, state);
 }
 
 }  // namespace varo

@@ -35,17 +35,27 @@ struct SourceDimensions {
     float labelX;         //   and from the pen x
 };
 
+// The load: a resistor from the signal line down to the rail, drawn as a zigzag.
+struct LoadDimensions {
+    float resistorTop;  // below the signal line
+    float resistorBottom;
+    int zigzagStrokes;
+};
+
 // The measures in which the design screen and the inductor screen draw the same symbols.
 struct SymbolDimensions {
     float capacitorLabelBottom;  // below the signal line
     float capacitorLabelRight;   // from the pen x after the capacitor
     SourceDimensions source;
+    int inductorTurns;  // humps of the coil, which is 480 long whatever their number
+    LoadDimensions load;
 };
 
 inline constexpr SymbolDimensions kDesignScreenSymbols{
-    1400, 420, {850, 400, 625, 790, 1200, 500, 440, 450, 500}};
+    1400, 420, {850, 400, 625, 790, 1200, 500, 440, 450, 500}, 3, {300, 740, 8}};
+// The inductor screen is about the coil: more, smaller turns, and a longer load resistor.
 inline constexpr SymbolDimensions kInductorScreenSymbols{
-    1500, 500, {650, 200, 425, 590, 900, 600, 140, 525, 200}};
+    1500, 500, {650, 200, 425, 590, 900, 600, 140, 525, 200}, 4, {240, 800, 10}};
 
 // Colours of the schematic (0xBBGGRR).
 inline constexpr Colour kSchematicFill = 0xFFFFEE;
@@ -64,6 +74,18 @@ void DrawShuntCapacitor(Surface& surface, Pen& pen, float farad,
                         const SymbolDimensions& dimensions = kDesignScreenSymbols);
 void DrawLoad(Surface& surface, Pen& pen, float ohms,
               const SymbolDimensions& dimensions = kDesignScreenSymbols);
+
+// The rows of a schematic, each drawn from the pen (the source's left end, on the signal line)
+// in either symbol set; the pen ends past the load.
+// The pi section from the plate load to the intermediate resistance.
+void DrawPiSectionRow(Surface& surface, Pen& pen, const DesignState& state,
+                      const SymbolDimensions& dimensions = kDesignScreenSymbols);
+// The L section, shown as a plain wire unless the intermediate resistance is above the load.
+void DrawLSectionRow(Surface& surface, Pen& pen, const DesignState& state,
+                     const SymbolDimensions& dimensions = kDesignScreenSymbols);
+// The whole network; the midpoint's capacitors are one when they stand in parallel.
+void DrawNetworkRow(Surface& surface, Pen& pen, const DesignState& state,
+                    const SymbolDimensions& dimensions = kDesignScreenSymbols);
 
 // Rows of the design screen's schematic: signal line levels and row captions.
 inline constexpr float kPiSectionRowY = 1400;

@@ -1,14 +1,14 @@
 #pragma once
 
-#include <vector>
-
 #include <optional>
+#include <vector>
 
 #include "core/design_state.h"
 #include "core/network.h"
 #include "core/reporter.h"
 #include "platform/surface.h"
 #include "screens/design/design_results.h"
+#include "screens/plot/response_plot.h"
 
 namespace varo {
 
@@ -18,34 +18,32 @@ inline constexpr float kSmallPlotRight = 11500;
 inline constexpr float kSmallPlotTop = 1200;
 inline constexpr float kSmallPlotBottom = 4200;
 
-// Colours of the small plot (0xBBGGRR).
-inline constexpr Colour kPlotBackground = 0xFFFFEE;
-inline constexpr Colour kPlotOutline = 0x663333;
-inline constexpr Colour kPlotGrid = 0xAAAAAA;
-inline constexpr Colour kTransmissionCurve = kRed;
-inline constexpr Colour kReturnCurve = kBlue;
-
 // Row of the frequency labels under the plot, and of the harmonic table's headers.
 inline constexpr float kFrequencyLabelY = 4290;
 inline constexpr float kHarmonicHeaderY = 4470;
 inline constexpr float kHarmonicRowStep = 160;
 
-// Log-frequency / dB mapping onto the plot area; the same rule serves curves and markers.
-class SmallPlotScale {
+// Filled and outlined 15 units beyond the area above and below; curves without a first dot;
+// harmonics ringed in blue with a white centre.
+inline constexpr PlotFrame kSmallPlotFrame{
+    .area = {kSmallPlotLeft, kSmallPlotTop, kSmallPlotRight, kSmallPlotBottom},
+    .fillOverhang = 15,
+    .outlineOverhang = 15,
+    .transmission = {kTransmissionCurve, std::nullopt},
+    .returnLoss = {kReturnCurve, std::nullopt},
+    .marker = {8, kBlue, 6, kWhite},
+    .clampCurveX = true,
+    .labels = {"Arial", 8, 6, 40, kFrequencyLabelY},
+};
+
+// The small plot's mapping: the design's sweep limits across, 0 dB to plotFloorDb down.
+class SmallPlotScale : public PlotScale {
   public:
     // Nothing when the sweep limits or the dB floor cannot give a finite mapping.
     static std::optional<SmallPlotScale> From(const DesignState& state);
 
-    // Plot coordinates of a frequency and a dB value, clamped to the plot area.
-    float X(float frequency) const;
-    float Y(float db) const;
-
   private:
-    SmallPlotScale(double logStart, double logSpan, double floorDb)
-        : logStart_(logStart), logSpan_(logSpan), floorDb_(floorDb) {}
-    double logStart_;
-    double logSpan_;
-    double floorDb_;
+    explicit SmallPlotScale(const PlotScale& scale) : PlotScale(scale) {}
 };
 
 // Frame, frequency grid, dB grid, the transmission and return curves, then the harmonic table,

@@ -4,6 +4,7 @@
 
 #include <QColor>
 #include <QImage>
+#include <vector>
 
 namespace varo {
 namespace {
@@ -20,29 +21,24 @@ int InkInColumn(const QImage& image, int x, int top, int bottom) {
     return count;
 }
 
+// The picture scales with the image, and a device pixel ratio doubles its pixels, not its size.
 TEST(RenderSurface, FilledBoxScalesWithTheImage) {
     Surface surface(1200, 900);
-    surface.FillBox(300, 300, 600, 450, kRed);
+    surface.FillBox(300, 300, 600, 450, RgbColour(0x12, 0x34, 0x56));
     struct Case {
         QSize size;
-        QPoint inside, leftOf, below;
+        qreal ratio;
+        QPoint inside, leftOf, below;  // in device pixels
     };
-    for (const Case& c : {Case{{120, 90}, {45, 37}, {25, 37}, {45, 50}},
-                          Case{{240, 180}, {90, 75}, {50, 75}, {90, 100}}}) {
-        const QImage image = RenderSurface(surface, c.size);
-        ASSERT_EQ(image.size(), c.size);
-        EXPECT_EQ(image.pixelColor(c.inside), QColor(255, 0, 0)) << c.size.width();
+    for (const Case& c : {Case{{120, 90}, 1, {45, 37}, {25, 37}, {45, 50}},
+                          Case{{240, 180}, 1, {90, 75}, {50, 75}, {90, 100}},
+                          Case{{120, 90}, 2, {90, 75}, {50, 75}, {90, 100}}}) {
+        const QImage image = RenderSurface(surface, c.size, c.ratio);
+        ASSERT_EQ(image.size(), c.size * c.ratio);
+        EXPECT_EQ(image.pixelColor(c.inside), QColor(0x12, 0x34, 0x56)) << c.size.width();
         EXPECT_TRUE(IsWhite(image, c.leftOf.x(), c.leftOf.y())) << c.size.width();
         EXPECT_TRUE(IsWhite(image, c.below.x(), c.below.y())) << c.size.width();
     }
-}
-
-TEST(RenderSurface, ColoursAreBlueGreenRed) {
-    Surface surface(1200, 900);
-    surface.FillBox(0, 0, 1200, 900, RgbColour(0x12, 0x34, 0x56));
-    EXPECT_EQ(RenderSurface(surface, {80, 60}).pixelColor(40, 30), QColor(0x12, 0x34, 0x56));
-    EXPECT_EQ(ToQColor(0x0000FF), QColor(255, 0, 0));
-    EXPECT_EQ(ToQColor(0xFF0000), QColor(0, 0, 255));
 }
 
 TEST(RenderSurface, FillIncludesItsEdges) {
@@ -89,6 +85,22 @@ TEST(RenderSurface, PiecewiseLinesMatchWholeLines) {
     EXPECT_EQ(RenderSurface(pieces, {173, 131}), RenderSurface(whole, {173, 131}));
 }
 
+// A swept curve has far more points than pixels; thinning them must keep a one-point notch.
+TEST(RenderSurface, DenseCurveKeepsItsNarrowNotch) {
+    Surface surface(1200, 900);
+    constexpr int kPoints = 2001;
+    const auto y = [](int i) {
+        return i == 1000 ? 800.0f : 100.0f + 0.01f * static_cast<float>(i);
+    };
+    for (int i = 1; i < kPoints; ++i)
+        surface.Line(0.6f * static_cast<float>(i - 1), y(i - 1), 0.6f * static_cast<float>(i), y(i),
+                     kBlue);
+    const QImage image = RenderSurface(surface, {120, 90});  // 10 units a pixel
+    EXPECT_GT(InkInColumn(image, 60, 70, 79), 0);            // the notch's tip at Y 800
+    EXPECT_GT(InkInColumn(image, 100, 10, 13), 0);           // the slope goes on past it
+    EXPECT_EQ(InkInColumn(image, 100, 20, 89), 0);
+}
+
 TEST(RenderSurface, ArcFromZeroToPiIsTheUpperHalf) {
     Surface surface(1200, 900);
     surface.SetLineWidth(2);
@@ -98,46 +110,80 @@ TEST(RenderSurface, ArcFromZeroToPiIsTheUpperHalf) {
     EXPECT_EQ(InkInColumn(image, 60, 46, 89), 0);  // below it
 }
 
-TEST(RenderSurface, PointIsADotOfItsWidth) {
-    Surface surface(1200, 900);
-    surface.Point(600, 450, 8, kBlue);
-    const QImage image = RenderSurface(surface, {80, 60});
-    EXPECT_EQ(image.pixelColor(40, 30), QColor(0, 0, 255));
-    EXPECT_TRUE(IsWhite(image, 40, 36));
+// A point is sized in layout pixels, a disc in logical units: both 80 units across here.
+TEST(RenderSurface, PointsAndDiscsAreFilledCircles) {
+    Surface point(1200, 900);
+    point.Point(600, 450, 80 / kUnitsPerPixel, kBlue);
+    Surface disc(1200, 900);
+    disc.Disc(600, 450, 40, kBlue);
+    for (const Surface* surface : {&point, &disc}) {
+        const QImage image = RenderSurface(*surface, {120, 90});  // 10 units a pixel
+        EXPECT_EQ(image.pixelColor(60, 45), QColor(0, 0, 255));
+        EXPECT_EQ(image.pixelColor(61, 46), QColor(0, 0, 255));
+        EXPECT_TRUE(IsWhite(image, 60, 50));
+        EXPECT_TRUE(IsWhite(image, 64, 49));  // inside the square, outside the circle
+    }
 }
 
-TEST(RenderSurface, TextDrawsBelowAndRightOfItsPosition) {
-    Surface surface(1200, 900);
-    surface.SetFont("Arial", 12);
-    surface.Text(300, 300, "VARO");
-    const QImage image = RenderSurface(surface, {240, 180});
-    int inkInside = 0;
-    for (int x = 60; x < 140; ++x)
-        inkInside += InkInColumn(image, x, 60, 110);
-    EXPECT_GT(inkInside, 20);
-    EXPECT_EQ(InkInColumn(image, 58, 0, 179), 0);  // nothing left of x 300
-    int inkAbove = 0;
-    for (int x = 0; x < 240; ++x)
-        inkAbove += InkInColumn(image, x, 0, 58);
-    EXPECT_EQ(inkAbove, 0);
+// The pixels a picture inks, as a rectangle in logical units at `unitsPerPixel`.
+QRectF InkBounds(const QImage& image, qreal unitsPerPixel) {
+    QRect ink;
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            if (image.pixelColor(x, y).lightness() < 200) ink |= QRect(x, y, 1, 1);
+    return QRectF(ink.x() * unitsPerPixel, ink.y() * unitsPerPixel, ink.width() * unitsPerPixel,
+                  ink.height() * unitsPerPixel);
 }
 
-TEST(RenderSurface, ClearLeavesAWhiteArea) {
+// The replay places aligned text by its measured extent, and TextBoxes predicts that place.
+TEST(RenderSurface, AlignedTextLandsInItsMeasuredBox) {
+    struct Case {
+        TextAlign align;
+        qreal anchoredX, anchoredY;  // the ink's edge or centre that sits on (600, 450)
+    };
+    const Case cases[] = {
+        {TextAlign{}, 0, 0},
+        {kAlignBaselineCentre, 0.5, 1},  // capitals stand on the baseline
+        {kAlignMiddleRight, 1, 0.5},
+    };
+    constexpr qreal kUnitsPerImagePixel = 5;
+    constexpr qreal kSlack = 2 * kUnitsPerImagePixel;  // side bearings and antialiasing
+    for (const Case& c : cases) {
+        Surface surface(1200, 900);
+        surface.SetFont("Arial", 12);
+        surface.Text(600, 450, "VARO", c.align);
+        const QRectF ink = InkBounds(RenderSurface(surface, {240, 180}), kUnitsPerImagePixel);
+        const std::vector<TextBox> boxes = TextBoxes(surface, QtTextMeasure());
+        ASSERT_EQ(boxes.size(), 1u);
+        const TextBox& box = boxes[0];
+        EXPECT_GE(ink.left(), box.left - kSlack);
+        EXPECT_LE(ink.right(), box.right + kSlack);
+        EXPECT_GE(ink.top(), box.top - kSlack);
+        EXPECT_LE(ink.bottom(), box.bottom + kSlack);
+        EXPECT_NEAR(ink.left() + c.anchoredX * ink.width(), 600, kSlack);
+        if (c.anchoredY > 0) {
+            EXPECT_NEAR(ink.top() + c.anchoredY * ink.height(), 450, kSlack);
+        }
+    }
+}
+
+// A 4:3 picture on a 2:1 image: stretched over all of it, or 4:3 and centred with white sides.
+TEST(RenderSurface, KeepAspectCentresThePicture) {
     Surface surface(1200, 900);
     surface.FillBox(0, 0, 1200, 900, kRed);
-    surface.Clear();
-    const QImage image = RenderSurface(surface, {80, 60});
-    EXPECT_TRUE(IsWhite(image, 40, 30));
-}
-
-TEST(RenderSurface, DevicePixelRatioKeepsThePictureSharp) {
-    Surface surface(1200, 900);
-    surface.FillBox(300, 300, 600, 450, kRed);
-    const QImage image = RenderSurface(surface, {120, 90}, 2);
-    EXPECT_EQ(image.size(), QSize(240, 180));
-    EXPECT_EQ(image.devicePixelRatio(), 2);
-    EXPECT_EQ(image.pixelColor(90, 75), QColor(255, 0, 0));
-    EXPECT_TRUE(IsWhite(image, 50, 75));
+    struct Case {
+        SurfaceFit fit;
+        bool sidesWhite;
+    };
+    for (const Case& c : {Case{SurfaceFit::Stretch, false}, Case{SurfaceFit::KeepAspect, true}}) {
+        const QImage image = RenderSurface(surface, {200, 100}, 1, c.fit);
+        EXPECT_EQ(IsWhite(image, 30, 50), c.sidesWhite);  // the picture spans x 33..167 kept
+        EXPECT_EQ(IsWhite(image, 170, 50), c.sidesWhite);
+        EXPECT_EQ(image.pixelColor(36, 2), QColor(255, 0, 0));
+        EXPECT_EQ(image.pixelColor(164, 97), QColor(255, 0, 0));
+    }
+    EXPECT_EQ(FittedRect({1200, 900}, QRectF(10, 20, 200, 100), SurfaceFit::KeepAspect),
+              QRectF(10 + 100 - 200.0 / 3, 20, 400.0 / 3, 100));
 }
 
 }  // namespace

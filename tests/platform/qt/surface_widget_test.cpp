@@ -7,34 +7,43 @@
 namespace varo {
 namespace {
 
-TEST(SurfaceWidget, PlacedControlsFollowTheWindowSize) {
-    SurfaceWidget widget(12000, 9000);
-    widget.resize(800, 600);
-    widget.show();  // a hidden widget gets its resize events only when shown
-    auto* label = new QLabel(QStringLiteral("x"), &widget);
-    widget.Place(label, QRectF(2400, 1500, 3000, 360), 12);
-    EXPECT_EQ(label->geometry(), QRect(160, 100, 200, 24));
-    EXPECT_EQ(label->font().pixelSize(), 16);  // 12 points of 20 twips at 15 twips a pixel
-
-    widget.resize(1600, 1200);
-    EXPECT_EQ(label->geometry(), QRect(320, 200, 400, 48));
-    EXPECT_EQ(label->font().pixelSize(), 32);
+TEST(SurfaceWidget, PlacedControlsFollowThePicture) {
+    struct Case {
+        SurfaceFit fit;
+        QSize size;
+        QRect geometry;
+        int fontPixels;  // 12 points of 20 twips, at the picture's twips per pixel
+    };
+    const Case cases[] = {
+        {SurfaceFit::Stretch, {800, 600}, {160, 100, 200, 24}, 16},
+        {SurfaceFit::Stretch, {1600, 1200}, {320, 200, 400, 48}, 32},
+        {SurfaceFit::Stretch, {1200, 450}, {240, 75, 300, 18}, 12},
+        // 4:3 in a wide window: 600 x 450 from x 300.
+        {SurfaceFit::KeepAspect, {1200, 450}, {420, 75, 150, 18}, 12},
+    };
+    for (const Case& c : cases) {
+        SurfaceWidget widget(12000, 9000);
+        widget.resize(c.size);
+        widget.show();  // a hidden widget gets its resize events only when shown
+        auto* label = new QLabel(QStringLiteral("x"), &widget);
+        widget.Place(label, QRectF(2400, 1500, 3000, 360), 12);
+        widget.SetFit(c.fit);
+        EXPECT_EQ(label->geometry(), c.geometry) << c.size.width();
+        EXPECT_EQ(label->font().pixelSize(), c.fontPixels) << c.size.width();
+    }
 }
 
-TEST(SurfaceWidget, LogicalRectanglesStretchWithTheWidget) {
-    SurfaceWidget widget(12000, 9000);
-    widget.resize(1200, 450);
-    EXPECT_EQ(widget.LogicalToWidget(QRectF(0, 0, 12000, 9000)), QRect(0, 0, 1200, 450));
-    EXPECT_EQ(widget.LogicalToWidget(QRectF(6000, 4500, 600, 900)), QRect(600, 225, 60, 45));
-}
-
-TEST(SurfaceWidget, DrawsASurfaceOwnedElsewhere) {
+TEST(SurfaceWidget, DrawsAndMeasuresASurfaceOwnedElsewhere) {
     Surface shared(100, 100);
     SurfaceWidget widget(shared);
     shared.FillBox(0, 0, 100, 100, kRed);
     widget.resize(20, 20);
     const QImage image = widget.grab().toImage();
     EXPECT_EQ(image.pixelColor(10, 10), QColor(255, 0, 0));
+    // Its layout code sees the widths the replay will draw, not an average-glyph guess.
+    EXPECT_EQ(shared.MeasureText("Wil").width, QtTextMeasure().Measure(SurfaceFont{}, "Wil").width);
+    EXPECT_NE(shared.MeasureText("Wil").width,
+              AverageGlyphMeasure().Measure(SurfaceFont{}, "Wil").width);
 }
 
 }  // namespace
