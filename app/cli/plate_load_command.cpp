@@ -21,22 +21,17 @@ ClassOption ClassOptionNamed(const std::optional<std::string>& name) {
 }
 
 // The helper screen's entries and labels, held as texts.
-class TextLoadHelpForm : public LoadHelpForm {
+class TextLoadHelpForm : public TextFields<LoadHelpForm> {
   public:
-    TextLoadHelpForm(std::string voltage, std::string power, ClassOption option)
-        : voltage_(std::move(voltage)), power_(std::move(power)), option_(option) {}
-    std::string VoltageText() const override { return voltage_; }
-    void SetVoltageText(std::string_view text) override { voltage_ = text; }
-    std::string PowerText() const override { return power_; }
-    void SetPowerText(std::string_view text) override { power_ = text; }
+    TextLoadHelpForm(std::string_view voltage, std::string_view power, ClassOption option)
+        : option_(option) {
+        SetText(LoadHelpField::Voltage, voltage);
+        SetText(LoadHelpField::Power, power);
+    }
     ClassOption SelectedClass() const override { return option_; }
     void ClearClassSelection() override { option_ = ClassOption::None; }
-    void SetCurrentLoadText(std::string_view) override {}
-    void SetNewLoadText(std::string_view text) override { newLoad_ = text; }
-    const std::string& newLoadText() const { return newLoad_; }
 
   private:
-    std::string voltage_, power_, newLoad_;
     ClassOption option_;
 };
 
@@ -62,10 +57,10 @@ int RunPlateLoad(const std::vector<std::string>& words, std::ostream& out, std::
     RecalculateLoad(state, help, form, dialogs);
 
     if (!args.Flag("--json")) {
-        out << "Peak plate swing, volts: " << form.VoltageText() << "\n"
-            << "RF power, RMS watts: " << form.PowerText() << "\n"
+        out << "Peak plate swing, volts: " << form.Text(LoadHelpField::Voltage) << "\n"
+            << "RF power, RMS watts: " << form.Text(LoadHelpField::Power) << "\n"
             << "Class factor K: " << PlainText(help.classFactor) << "\n"
-            << form.newLoadText() << "\n";
+            << form.Text(LoadHelpField::NewLoad) << "\n";
         return 0;
     }
     JsonWriter json;
