@@ -5,7 +5,6 @@
 #include "app/cli/arguments.h"
 #include "app/cli/cli_dialogs.h"
 #include "app/cli/design_report.h"
-#include "app/cli/map_form.h"
 #include "core/numtext.h"
 #include "screens/design/design_actions.h"
 #include "screens/design/design_inputs.h"
@@ -23,9 +22,22 @@ const OptionSpec kDesignOptions{{"--frequency", "--plate", "--intermediate", "--
                                 {"--json", "--help"}};
 
 // Options that stand for the design screen's entry fields.
-const std::pair<const char*, const char*> kFieldOptions[] = {
-    {"--frequency", "txtFrequency"}, {"--plate", "txtPlate"}, {"--intermediate", "txtIntermediate"},
-    {"--load", "txtNominalLoad"},    {"--q", "txtQ"},
+const std::pair<const char*, DesignField> kFieldOptions[] = {
+    {"--frequency", DesignField::Frequency},
+    {"--plate", DesignField::Plate},
+    {"--intermediate", DesignField::Intermediate},
+    {"--load", DesignField::NominalLoad},
+    {"--q", DesignField::Q},
+};
+
+// The design screen's entries, held as texts.
+using DesignFields = TextFields<DesignForm>;
+
+// Where the screen would draw, the command line keeps what was last shown.
+class KeptResults : public DesignView {
+  public:
+    void ShowResults(const DesignResults& results) override { last = results; }
+    DesignResults last;
 };
 
 bool WriteTextFile(const std::string& path, const std::string& text, CliDialogs& dialogs) {
@@ -44,8 +56,8 @@ void TakeSwingAndPower(DesignState& state, const Arguments& args) {
 }
 
 // The file buttons, each after the recomputation its button runs. False if any file failed.
-bool WriteRequestedFiles(DesignState& state, MapForm& form, CliDialogs& dialogs, Reporter& reporter,
-                         const Arguments& args) {
+bool WriteRequestedFiles(DesignState& state, DesignFields& form, CliDialogs& dialogs,
+                         Reporter& reporter, const Arguments& args) {
     bool written = true;
     if (auto path = args.Value("--sweep-csv"))
         written &= WriteTextFile(*path, SweepCsv(state), dialogs);
@@ -62,7 +74,7 @@ bool WriteRequestedFiles(DesignState& state, MapForm& form, CliDialogs& dialogs,
         }
     }
     if (auto folder = args.Value("--overlay-dir")) {
-        RecomputeNetwork(state, dialogs, reporter);
+        RecomputeNetwork(state, reporter);
         SweepRoutine(state, reporter);
         written &= WriteOverlayFiles(state, *folder, dialogs);
     }
@@ -96,24 +108,23 @@ int RunDesign(const std::vector<std::string>& words, std::ostream& out, std::ost
     ReadLastSession(state, args.Value("--session").value_or(""));
     TakeSwingAndPower(state, args);
 
-    MapForm form;
-    ShowDesignInputs(state, form);
-    for (const auto& [option, control] : kFieldOptions)
-        if (auto text = args.Value(option)) form.SetFieldText(control, *text);
-
+    DesignFields form;
     CliDialogs dialogs(err);
     DesignReporter reporter(dialogs, form);
-    DesignRedraw noScreen;
-    AcceptDesign(state, form, dialogs, reporter, noScreen);
+    KeptResults screen;
+    // What the design screen runs when it opens, then the user's entries and Accept.
+    LoadDesignScreen(state, form, reporter, screen);
+    for (const auto& [option, field] : kFieldOptions)
+        if (auto text = args.Value(option)) form.SetText(field, *text);
+    AcceptDesign(state, form, dialogs, reporter, screen);
     if (auto text = args.Value("--generator")) {
-        form.SetFieldText("txtRinputMult", *text);
-        OnGeneratorResistanceChanged(state, form, dialogs, reporter, noScreen);
+        form.SetText(DesignField::GeneratorOhms, *text);
+        OnGeneratorResistanceChanged(state, form, dialogs, reporter, screen);
     }
 
     DesignOutcome outcome;
     outcome.state = &state;
-    RunGuarded(dialogs, [&] { outcome.stresses = ShowStresses(state, reporter); });
-    outcome.harmonics = AnalyzeHarmonics(state, reporter);
+    outcome.results = screen.last;
     const bool written = WriteRequestedFiles(state, form, dialogs, reporter, args);
     outcome.messages = dialogs.messages();
     out << (args.Flag("--json") ? DesignJson(outcome) : DesignReportText(outcome));
