@@ -14,6 +14,7 @@
 #include <QToolButton>
 #include <algorithm>
 #include <functional>
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -275,6 +276,37 @@ TEST_F(FrmDesignTest, FileButtonsAskForTheirFilesAndWrite) {
     Button("cmdExit")->click();
     EXPECT_EQ(exits, 1);
     EXPECT_TRUE(QFile::exists(QString::fromStdString(session.sessionFilePath)));
+}
+
+// Assistive technology can press a screen that a modal dialog blocks. Exit pressed that way
+// while the Quarn save dialog was open used to close the screen under its own dialog, and the
+// program crashed in the dialog's file model. Now what arrives during an action is dropped.
+TEST_F(FrmDesignTest, ControlsPressedWhileADialogIsOpenDoNothing) {
+    struct PressingDialogs : ScriptedDialogs {
+        std::function<void()> whileOpen;
+        std::optional<std::string> AskSaveFileName(const SaveDialogRequest& request) override {
+            whileOpen();
+            return ScriptedDialogs::AskSaveFileName(request);
+        }
+    } pressing;
+    FrmDesign screen(state, pressing, session);
+    screen.show();
+    int exits = 0;
+    QObject::connect(&screen, &FrmDesign::requestExit, [&] { ++exits; });
+    pressing.whileOpen = [&] {
+        screen.findChild<QLineEdit*>("txtFrequency")->setText("7M");
+        for (const char* name : {"cmdDesign", "cmdQplus", "cmdSpice", "cmdExit"})
+            screen.findChild<QPushButton*>(name)->click();
+        emit screen.findChild<QLineEdit*>("txtRinputMult")->textEdited("3000");
+        QCoreApplication::processEvents();
+    };
+    screen.findChild<QPushButton*>("cmdQuarn")->click();
+    EXPECT_EQ(exits, 0);
+    EXPECT_EQ(state.frequency, 3.9e6f);
+    EXPECT_EQ(state.genMultiplier, 1);
+    EXPECT_EQ(pressing.events().size(), 1u);             // the Quarn dialog alone
+    screen.findChild<QPushButton*>("cmdExit")->click();  // afterwards the screen works again
+    EXPECT_EQ(exits, 1);
 }
 
 TEST_F(FrmDesignTest, ControlsScaleWithTheWindow) {
