@@ -5,6 +5,7 @@
 
 #include "core/design_state.h"
 #include "core/network.h"
+#include "screens/design/design_results.h"
 
 namespace {
 
@@ -43,16 +44,13 @@ void BM_SweepRoutine(benchmark::State& bench) {
 }
 BENCHMARK(BM_SweepRoutine)->Unit(benchmark::kMicrosecond);
 
-// What every action of the design screen computes before it redraws.
+// What every action of the design screen computes after validating: the one results value.
 void BM_WholeRecalculation(benchmark::State& bench) {
     auto state = DefaultDesign();
     SilentReporter reporter;
     for (auto _ : bench) {
-        varo::ComponentCalculations(*state, reporter);
-        varo::SetupLadder(*state);
-        varo::SweepRoutine(*state, reporter);
-        varo::ComputeSectionPhases(*state);
-        varo::ComputeStresses(*state, reporter);
+        varo::DesignResults results;
+        benchmark::DoNotOptimize(varo::CalculateDesign(*state, reporter, results));
         benchmark::ClobberMemory();
     }
 }

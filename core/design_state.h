@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <numbers>
 
 namespace varo {
 
@@ -19,7 +20,8 @@ inline constexpr float kCombinedElement = 6.0f;
 // The one shared record of a design. Fields the program keeps in single precision are float;
 // every calculation runs in double and is rounded on store (see StoreSingle in fault.h).
 struct DesignState {
-    double pi = 0.0;
+    // Four times the arctangent of 1; set here so nothing can read it unset.
+    double pi = std::numbers::pi;
 
     // Inputs
     float frequency = 0;

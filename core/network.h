@@ -46,28 +46,39 @@ bool SweepRoutine(DesignState& state, Reporter& reporter);
 // capacitance makes the reactance a division by zero).
 void ComputeStresses(DesignState& state, Reporter& reporter);
 
-// A text and where the design screen places it (its logical coordinates).
-struct PlacedText {
+// The part of the network, or the line of the explanatory block, that a stress text belongs to.
+// Where each stands is the screen's business.
+enum class StressPart {
+    C1Voltage,
+    C2Voltage,
+    C3Voltage,
+    C1Current,
+    C2Current,  // with C3 merged into it when C3 stands at the midpoint
+    C3Current,
+    L1Current,
+    L2Current,
+    TotalPhase,
+    Note,  // a line of the explanatory block
+};
+
+// The explanatory block: three stress lines (shown only with RF power), then four generator
+// lines; the last ("impedance here:") is where the generator entry goes.
+inline constexpr int kNoteLines = 7;
+inline constexpr int kGeneratorNoteLine = 6;
+
+struct StressText {
+    StressPart part;
     std::string text;
-    int x = 0;
-    int y = 0;
-    bool operator==(const PlacedText&) const = default;
+    int noteLine = 0;  // for StressPart::Note, 0 to kNoteLines - 1
+    bool operator==(const StressText&) const = default;
 };
 
 struct StressDisplay {
     float iL1 = 0;
     float iL2 = 0;
     float totalPhase = 0;
-    std::vector<PlacedText> texts;  // stress texts, total phase, explanatory block, in order
+    std::vector<StressText> texts;  // stress texts, total phase, explanatory block, in order
 };
-
-// The explanatory block: three stress lines from the top (shown only with RF power), then the
-// four generator lines, always at the same place; the last ("impedance here:") stands at
-// kGeneratorEntryY so the screen can put the generator entry beside it.
-inline constexpr int kExplanationX = 8450;
-inline constexpr int kExplanationTopY = 5700;
-inline constexpr int kExplanationLineStep = 200;
-inline constexpr int kGeneratorEntryY = kExplanationTopY + 6 * kExplanationLineStep;
 
 // Runs ComputeStresses, then the inductor currents, and returns the texts to show.
 StressDisplay ShowStresses(DesignState& state, Reporter& reporter);

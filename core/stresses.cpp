@@ -11,19 +11,6 @@ namespace varo {
 
 namespace {
 
-// Where the stress texts stand on the design screen: the voltage row, the current row, the
-// inductor currents beside L1 and L2, and the total phase below the schematic.
-constexpr int kC1X = 4800;
-constexpr int kC2X = 6200;
-constexpr int kC3X = 7800;
-constexpr int kVoltageRowY = 7200;
-constexpr int kCurrentRowY = 7400;
-constexpr int kL1CurrentX = 5350;
-constexpr int kL2CurrentX = 6950;
-constexpr int kInductorCurrentY = 5700;
-constexpr int kTotalPhaseX = 4800;
-constexpr int kTotalPhaseY = 7700;
-
 double RmsVoltage(double resistance, double power) {
     return CheckedSqrt(resistance * power);
 }
@@ -52,26 +39,25 @@ std::string PeakVolts(float rms, const char* unit) {
     return FormatNumber(StoreSingle(rms * std::sqrt(2.0))) + unit;
 }
 
-void AddVoltageTexts(const DesignState& s, std::vector<PlacedText>& texts) {
+void AddVoltageTexts(const DesignState& s, std::vector<StressText>& texts) {
     // The voltage at C1 is the entered peak plate swing.
-    if (s.vPlate > 0) texts.push_back({FormatNumber(s.peakSwing) + "Vpeak", kC1X, kVoltageRowY});
-    if (s.vMid > 0) texts.push_back({PeakVolts(s.vMid, "Vpeak"), kC2X, kVoltageRowY});
-    if (s.intermediateR < s.loadR && s.vLoad > 0) {
-        texts.push_back({PeakVolts(s.vLoad, "Veak"), kC3X, kVoltageRowY});
-    }
+    if (s.vPlate > 0) texts.push_back({StressPart::C1Voltage, FormatNumber(s.peakSwing) + "Vpeak"});
+    if (s.vMid > 0) texts.push_back({StressPart::C2Voltage, PeakVolts(s.vMid, "Vpeak")});
+    if (s.intermediateR < s.loadR && s.vLoad > 0)
+        texts.push_back({StressPart::C3Voltage, PeakVolts(s.vLoad, "Veak")});
 }
 
-void AddCapacitorCurrentTexts(const DesignState& s, std::vector<PlacedText>& texts) {
-    if (s.iC1 > 0) texts.push_back({Amperes(s.iC1), kC1X, kCurrentRowY});
+void AddCapacitorCurrentTexts(const DesignState& s, std::vector<StressText>& texts) {
+    if (s.iC1 > 0) texts.push_back({StressPart::C1Current, Amperes(s.iC1)});
     if (s.intermediateR < s.loadR) {
-        texts.push_back({Amperes(s.iC3), kC3X, kCurrentRowY});
-        texts.push_back({Amperes(s.iC2), kC2X, kCurrentRowY});
+        texts.push_back({StressPart::C3Current, Amperes(s.iC3)});
+        texts.push_back({StressPart::C2Current, Amperes(s.iC2)});
     } else if (s.intermediateR > s.loadR) {
         // C3 stands in parallel with C2 and is shown merged into it.
         const float merged = StoreSingle(static_cast<double>(s.iC3) + s.iC2);
-        texts.push_back({Amperes(merged), kC2X, kCurrentRowY});
+        texts.push_back({StressPart::C2Current, Amperes(merged)});
     } else if (s.intermediateR == s.loadR) {
-        texts.push_back({Amperes(s.iC2), kC2X, kCurrentRowY});
+        texts.push_back({StressPart::C2Current, Amperes(s.iC2)});
     }
 }
 
@@ -80,20 +66,19 @@ void AddInductorCurrents(const DesignState& s, StressDisplay& display) {
     if (!(s.rfPower > 0)) return;
     if (s.L1 != 0) {
         display.iL1 = StoreSingle(InductorCurrent(s, s.vPlate, s.vMid, s.piPhase, s.L1));
-        display.texts.push_back({Amperes(display.iL1), kL1CurrentX, kInductorCurrentY});
+        display.texts.push_back({StressPart::L1Current, Amperes(display.iL1)});
     }
     if (s.L2 != 0) {
         display.iL2 = StoreSingle(InductorCurrent(s, s.vMid, s.vLoad, s.lPhase, s.L2));
-        display.texts.push_back({Amperes(display.iL2), kL2CurrentX, kInductorCurrentY});
+        display.texts.push_back({StressPart::L2Current, Amperes(display.iL2)});
     }
 }
 
-void AddExplanationLine(std::vector<PlacedText>& texts, int line, std::string text) {
-    texts.push_back(
-        {std::move(text), kExplanationX, kExplanationTopY + line * kExplanationLineStep});
+void AddExplanationLine(std::vector<StressText>& texts, int line, std::string text) {
+    texts.push_back({StressPart::Note, std::move(text), line});
 }
 
-void AddExplanation(const DesignState& s, std::vector<PlacedText>& texts) {
+void AddExplanation(const DesignState& s, std::vector<StressText>& texts) {
     if (s.vPlate > 0) {
         AddExplanationLine(texts, 0, "Stresses shown are based on a peak");
         AddExplanationLine(texts, 1,
@@ -105,7 +90,7 @@ void AddExplanation(const DesignState& s, std::vector<PlacedText>& texts) {
     AddExplanationLine(texts, 3, "The transmission plot is based on a generator");
     AddExplanationLine(texts, 4, "output impedance of " + FormatNumber(generatorR) + " ohms.");
     AddExplanationLine(texts, 5, "You may enter a new generator output");
-    AddExplanationLine(texts, 6, "impedance here:");
+    AddExplanationLine(texts, kGeneratorNoteLine, "impedance here:");
 }
 
 }  // namespace
@@ -142,7 +127,7 @@ StressDisplay ShowStresses(DesignState& state, Reporter& reporter) {
     AddInductorCurrents(state, display);
     display.totalPhase = StoreSingle(static_cast<double>(state.lPhase) + state.piPhase);
     display.texts.push_back(
-        {"Total phase: " + FormatNumber(display.totalPhase) + "deg.", kTotalPhaseX, kTotalPhaseY});
+        {StressPart::TotalPhase, "Total phase: " + FormatNumber(display.totalPhase) + "deg."});
     AddExplanation(state, display.texts);
     return display;
 }

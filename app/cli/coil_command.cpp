@@ -1,5 +1,3 @@
-#include <map>
-
 #include "app/cli/arguments.h"
 #include "app/cli/cli_dialogs.h"
 #include "app/cli/commands.h"
@@ -14,25 +12,13 @@ namespace {
 const OptionSpec kCoilOptions{{"--inductance", "--diameter", "--length", "--turns", "--gauge"},
                               {"--cm", "--json", "--help"}};
 
-const std::pair<const char*, CoilEntry> kEntryOptions[] = {{"--diameter", CoilEntry::Diameter},
-                                                           {"--length", CoilEntry::Length},
-                                                           {"--turns", CoilEntry::Turns},
-                                                           {"--gauge", CoilEntry::Gauge}};
+const std::pair<const char*, CoilField> kEntryOptions[] = {{"--diameter", CoilField::Diameter},
+                                                           {"--length", CoilField::Length},
+                                                           {"--turns", CoilField::Turns},
+                                                           {"--gauge", CoilField::Gauge}};
 
 // The inductor screen's entries, held as texts.
-class TextCoilForm : public CoilForm {
-  public:
-    std::string EntryText(CoilEntry entry) const override {
-        const auto found = texts_.find(entry);
-        return found == texts_.end() ? std::string() : found->second;
-    }
-    void SetEntryText(CoilEntry entry, std::string_view text) override {
-        texts_[entry] = std::string(text);
-    }
-
-  private:
-    std::map<CoilEntry, std::string> texts_;
-};
+using TextCoilForm = TextFields<CoilForm>;
 
 // A result as the inductor screen shows it: two blanks, then the formatter text.
 std::string Shown(float value) {
@@ -45,8 +31,8 @@ void WriteReadable(const CoilState& coil, const TextCoilForm& form, bool stopped
     const double toUnit = cm ? 2.54 : 1.0;
     const char* unit = cm ? "cm" : "in";
     out << "Inductance: " << FormatHenry(coil.targetInductance) << "\n"
-        << "Median diameter (" << unit << "): " << form.EntryText(CoilEntry::Diameter) << "\n"
-        << "Length (" << unit << "): " << form.EntryText(CoilEntry::Length) << "\n";
+        << "Median diameter (" << unit << "): " << form.Text(CoilField::Diameter) << "\n"
+        << "Length (" << unit << "): " << form.Text(CoilField::Length) << "\n";
     if (stopped) return;
     out << "Turns:" << Shown(coil.coilTurns) << "\n"
         << "Turns per " << unit << ":" << Shown(static_cast<float>(coil.turnsPerInch / toUnit))
@@ -55,7 +41,7 @@ void WriteReadable(const CoilState& coil, const TextCoilForm& form, bool stopped
         << "):" << Shown(static_cast<float>(coil.wireLengthInches * toUnit)) << "\n"
         << "Critical gauge:  " << PlainText(coil.criticalGauge) << "\n";
     if (coil.actualGauge == kNoGauge) return;
-    out << "Actual gauge: " << form.EntryText(CoilEntry::Gauge) << "\n"
+    out << "Actual gauge: " << form.Text(CoilField::Gauge) << "\n"
         << "Wire diameter (" << unit
         << "):" << Shown(static_cast<float>(coil.wireDiameter * toUnit)) << "\n"
         << "Percent fill:" << Shown(coil.percentFill)
@@ -108,7 +94,7 @@ int RunCoil(const std::vector<std::string>& words, std::ostream& out, std::ostre
     TextCoilForm form;
     for (const auto& [option, entry] : kEntryOptions) {
         if (auto text = args.Value(option)) {
-            form.SetEntryText(entry, *text);
+            form.SetText(entry, *text);
             OnWindingEntryChanged(coil, entry, *text);
         }
     }

@@ -5,7 +5,6 @@
 #include "app/cli/design_extras.h"
 #include "app/cli/design_files.h"
 #include "app/cli/design_report.h"
-#include "app/cli/map_form.h"
 #include "core/numtext.h"
 #include "screens/design/design_actions.h"
 #include "screens/design/design_inputs.h"
@@ -23,14 +22,26 @@ const OptionSpec kDesignOptions{{"--frequency", "--plate", "--intermediate", "--
                                 {"--json", "--help"}};
 
 // Options that stand for the design screen's entry fields.
-const std::pair<const char*, const char*> kFieldOptions[] = {
-    {"--frequency", "txtFrequency"}, {"--plate", "txtPlate"}, {"--intermediate", "txtIntermediate"},
-    {"--load", "txtNominalLoad"},    {"--q", "txtQ"},
+const std::pair<const char*, DesignField> kFieldOptions[] = {
+    {"--frequency", DesignField::Frequency},
+    {"--plate", DesignField::Plate},
+    {"--intermediate", DesignField::Intermediate},
+    {"--load", DesignField::NominalLoad},
+    {"--q", DesignField::Q},
+};
+
+// The design screen's entries, held as texts.
+using DesignFields = TextFields<DesignForm>;
+
+// Messages already shown once are not shown again.
+class SilentReporter : public Reporter {
+  public:
+    void ShowMessage(std::string_view, std::string_view, MessageIcon) override {}
 };
 
 // The file buttons, each after the recomputation its button runs. False if any file failed.
-bool WriteRequestedFiles(DesignState& state, MapForm& form, CliDialogs& dialogs, Reporter& reporter,
-                         const Arguments& args) {
+bool WriteRequestedFiles(DesignState& state, DesignFields& form, CliDialogs& dialogs,
+                         Reporter& reporter, const Arguments& args) {
     bool written = true;
     if (auto path = args.Value("--sweep-csv"))
         written &= WriteSweepCsv(*path, SweepCsv(state), dialogs);
@@ -47,7 +58,7 @@ bool WriteRequestedFiles(DesignState& state, MapForm& form, CliDialogs& dialogs,
         }
     }
     if (auto folder = args.Value("--overlay-dir")) {
-        RecomputeNetwork(state, dialogs, reporter);
+        RecomputeNetwork(state, reporter);
         SweepRoutine(state, reporter);
         written &= WriteOverlayFiles(state, *folder, dialogs);
     }
@@ -89,19 +100,19 @@ int RunDesign(const std::vector<std::string>& words, std::ostream& out, std::ost
     // With no file to read, the last-session reader leaves the start-up defaults.
     ReadLastSession(state, args.Value("--session").value_or(""));
 
-    MapForm form;
-    ShowDesignInputs(state, form);
-    for (const auto& [option, control] : kFieldOptions)
-        if (auto text = args.Value(option)) form.SetFieldText(control, *text);
-
+    DesignFields form;
     CliDialogs dialogs(err);
     TakeSwingAndPower(state, args.Value("--swing"), args.Value("--power"), dialogs);
     DesignReporter reporter(dialogs, form);
-    DesignRedraw noScreen;
-    AcceptDesign(state, form, dialogs, reporter, noScreen);
+    DesignView screen;  // the command line draws nothing
+    // What the design screen runs when it opens, then the user's entries and Accept.
+    LoadDesignScreen(state, form, reporter, screen);
+    for (const auto& [option, field] : kFieldOptions)
+        if (auto text = args.Value(option)) form.SetText(field, *text);
+    AcceptDesign(state, form, dialogs, reporter, screen);
     if (auto text = args.Value("--generator")) {
-        form.SetFieldText("txtRinputMult", *text);
-        OnGeneratorResistanceChanged(state, form, dialogs, reporter, noScreen);
+        form.SetText(DesignField::GeneratorOhms, *text);
+        OnGeneratorResistanceChanged(state, form, dialogs, reporter, screen);
     }
 
     // The file actions may validate the entries again; the report shows the state they leave.
@@ -109,8 +120,10 @@ int RunDesign(const std::vector<std::string>& words, std::ostream& out, std::ost
     written &= WriteDesignExtras(extras, state, dialogs, reporter);
     DesignOutcome outcome;
     outcome.state = &state;
-    RunGuarded(dialogs, [&] { outcome.stresses = ShowStresses(state, reporter); });
-    outcome.harmonics = AnalyzeHarmonics(state, reporter);
+    // The file actions may have validated and recomputed; the report describes what they left,
+    // worked out again in silence (every message has been shown once already).
+    SilentReporter silent;
+    CalculateDesign(state, silent, outcome.results);
     outcome.losses = ComputeDesignLosses(extras, state, dialogs);
     outcome.messages = dialogs.messages();
     out << (args.Flag("--json") ? DesignJson(outcome) : DesignReportText(outcome));

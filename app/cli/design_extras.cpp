@@ -45,11 +45,11 @@ bool WriteDesignExtras(const DesignExtras& extras, DesignState& state, Dialogs& 
                        Reporter& reporter) {
     bool written = true;
     if (extras.spicePath) {
-        RecomputeNetwork(state, dialogs, reporter);
+        RecomputeNetwork(state, reporter);
         written &= WriteSpiceNetlist(state, *extras.spicePath, dialogs);
     }
     if (extras.touchstonePath) {
-        RecomputeNetwork(state, dialogs, reporter);
+        RecomputeNetwork(state, reporter);
         written &= WriteTouchstoneFile(state, *extras.touchstonePath, dialogs);
     }
     return written;

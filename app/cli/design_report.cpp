@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <optional>
 
 #include "app/cli/json_writer.h"
 #include "core/fault.h"
@@ -36,15 +37,20 @@ std::string InputsSection(const DesignState& s) {
                   FormatNumber(StoreSingle(static_cast<double>(s.genMultiplier) * s.plateR)));
 }
 
-std::string ComponentsSection(const DesignState& s) {
+std::string PhaseText(const std::optional<SectionPhases>& phases, float SectionPhases::*which) {
+    return phases ? FormatNumber((*phases).*which) + "deg." : std::string();
+}
+
+std::string ComponentsSection(const DesignResults& results) {
+    const ComponentValues& s = results.components;
     return "Reactances (ohms)\n" + Padded("  XC1:", FormatNumber(s.xC1)) +
            Padded("  XL1:", FormatNumber(s.xL1)) + Padded("  XC2:", FormatNumber(s.xC2)) +
            Padded("  XL2:", FormatNumber(s.xL2)) + Padded("  XC3:", FormatNumber(s.xC3)) +
            "Components\n" + Padded("  C1:", FormatFarad(s.C1)) +
            Padded("  L1:", FormatHenry(s.L1)) + Padded("  C2:", FormatFarad(s.C2)) +
            Padded("  L2:", FormatHenry(s.L2)) + Padded("  C3:", FormatFarad(s.C3)) + "Phases\n" +
-           Padded("  Pi section:", FormatNumber(s.piPhase) + "deg.") +
-           Padded("  L section:", FormatNumber(s.lPhase) + "deg.");
+           Padded("  Pi section:", PhaseText(results.phases, &SectionPhases::piPhase)) +
+           Padded("  L section:", PhaseText(results.phases, &SectionPhases::lPhase));
 }
 
 std::string StressSection(const StressDisplay& stresses) {
@@ -116,12 +122,14 @@ void AddLossesJson(JsonWriter& json, const std::optional<TankLosses>& losses) {
 
 std::string DesignReportText(const DesignOutcome& outcome) {
     const DesignState& s = *outcome.state;
-    return InputsSection(s) + ComponentsSection(s) + StressSection(outcome.stresses) +
-           HarmonicSection(outcome.harmonics) + LossesSection(outcome.losses);
+    return InputsSection(s) + ComponentsSection(outcome.results) +
+           StressSection(outcome.results.stresses) + HarmonicSection(outcome.results.harmonics) +
+           LossesSection(outcome.losses);
 }
 
 std::string DesignJson(const DesignOutcome& outcome) {
     const DesignState& s = *outcome.state;
+    const ComponentValues& parts = outcome.results.components;
     JsonWriter json;
     json.BeginObject()
         .BeginObject("inputs")
@@ -142,16 +150,16 @@ std::string DesignJson(const DesignOutcome& outcome) {
         .Number("omega", s.omega)
         .Number("inputQ", s.inputQ)
         .Number("outputQ", s.outputQ)
-        .Number("xC1", s.xC1)
-        .Number("xL1", s.xL1)
-        .Number("xC2", s.xC2)
-        .Number("xL2", s.xL2)
-        .Number("xC3", s.xC3)
-        .Number("C1", s.C1)
-        .Number("L1", s.L1)
-        .Number("C2", s.C2)
-        .Number("L2", s.L2)
-        .Number("C3", s.C3)
+        .Number("xC1", parts.xC1)
+        .Number("xL1", parts.xL1)
+        .Number("xC2", parts.xC2)
+        .Number("xL2", parts.xL2)
+        .Number("xC3", parts.xC3)
+        .Number("C1", parts.C1)
+        .Number("L1", parts.L1)
+        .Number("C2", parts.C2)
+        .Number("L2", parts.L2)
+        .Number("C3", parts.C3)
         .Number("piPhase", s.piPhase)
         .Number("lPhase", s.lPhase)
         .EndObject();
@@ -162,11 +170,11 @@ std::string DesignJson(const DesignOutcome& outcome) {
         .Number("iC1", s.iC1)
         .Number("iC2", s.iC2)
         .Number("iC3", s.iC3)
-        .Number("iL1", outcome.stresses.iL1)
-        .Number("iL2", outcome.stresses.iL2)
+        .Number("iL1", outcome.results.stresses.iL1)
+        .Number("iL2", outcome.results.stresses.iL2)
         .EndObject();
     json.BeginArray("harmonics");
-    for (const auto& row : outcome.harmonics) {
+    for (const auto& row : outcome.results.harmonics) {
         json.BeginObject()
             .Integer("n", row.n)
             .Number("frequency", row.frequency)

@@ -5,18 +5,16 @@
 #include <vector>
 
 #include "core/design_state.h"
-#include "core/network.h"
 #include "core/tank_losses.h"
-#include "screens/design/small_plot.h"
+#include "screens/design/design_results.h"
 
 namespace varo::cli {
 
-// What `varo-cli design` shows: the state after the program's sequence, the stress texts, the
-// harmonics and the messages in order.
+// What `varo-cli design` shows: the state and the results after the program's sequence, and the
+// messages in order.
 struct DesignOutcome {
     const DesignState* state = nullptr;
-    StressDisplay stresses;
-    std::vector<HarmonicRow> harmonics;
+    DesignResults results;
     std::vector<std::string> messages;
     std::optional<TankLosses> losses;  // when asked for
 };

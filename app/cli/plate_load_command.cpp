@@ -43,10 +43,10 @@ int RunPlateLoad(const std::vector<std::string>& words, std::ostream& out, std::
     RecalculateLoad(state, help, form, dialogs);
 
     if (!args.Flag("--json")) {
-        out << "Peak plate swing, volts: " << form.VoltageText() << "\n"
-            << "RF power, RMS watts: " << form.PowerText() << "\n"
+        out << "Peak plate swing, volts: " << form.Text(LoadHelpField::Voltage) << "\n"
+            << "RF power, RMS watts: " << form.Text(LoadHelpField::Power) << "\n"
             << "Class factor K: " << PlainText(help.classFactor) << "\n"
-            << form.newLoadText() << "\n";
+            << form.Text(LoadHelpField::NewLoad) << "\n";
         return 0;
     }
     JsonWriter json;

@@ -1,29 +1,24 @@
 #pragma once
 
-#include <string>
 #include <string_view>
 
+#include "platform/field_form.h"
 #include "tools/loadhelp/plate_load.h"
 
 namespace varo::cli {
 
 // The plate-load helper's entries and labels, held as texts.
-class TextLoadHelpForm : public LoadHelpForm {
+class TextLoadHelpForm : public TextFields<LoadHelpForm> {
   public:
-    TextLoadHelpForm(std::string voltage, std::string power, ClassOption option)
-        : voltage_(std::move(voltage)), power_(std::move(power)), option_(option) {}
-    std::string VoltageText() const override { return voltage_; }
-    void SetVoltageText(std::string_view text) override { voltage_ = text; }
-    std::string PowerText() const override { return power_; }
-    void SetPowerText(std::string_view text) override { power_ = text; }
+    TextLoadHelpForm(std::string_view voltage, std::string_view power, ClassOption option)
+        : option_(option) {
+        SetText(LoadHelpField::Voltage, voltage);
+        SetText(LoadHelpField::Power, power);
+    }
     ClassOption SelectedClass() const override { return option_; }
     void ClearClassSelection() override { option_ = ClassOption::None; }
-    void SetCurrentLoadText(std::string_view) override {}
-    void SetNewLoadText(std::string_view text) override { newLoad_ = text; }
-    const std::string& newLoadText() const { return newLoad_; }
 
   private:
-    std::string voltage_, power_, newLoad_;
     ClassOption option_;
 };
 

@@ -9,7 +9,7 @@ namespace varo {
 
 bool ExportLTspice(DesignState& state, Dialogs& dialogs, Reporter& reporter,
                    DesignSession& session) {
-    RecomputeNetwork(state, dialogs, reporter);
+    RecomputeNetwork(state, reporter);
     const auto chosen = dialogs.AskSaveFileName(LTspiceSaveRequest(session.spiceDefaultName));
     if (!chosen) return false;
     session.spiceFilePath = *chosen;
@@ -22,26 +22,26 @@ bool ExportQuarn(DesignState& state, DesignForm& form, Dialogs& dialogs, Reporte
     if (!chosen) return false;
     session.quarnFilePath = *chosen;
     ValidateInputs(state, form, dialogs);
-    RecomputeNetwork(state, dialogs, reporter);
+    RecomputeNetwork(state, reporter);
     return WriteQuarnFile(state, session.quarnFilePath, dialogs);
 }
 
 bool SaveSessionOnExit(DesignState& state, DesignForm& form, Dialogs& dialogs, Reporter& reporter,
                        const DesignSession& session) {
     ValidateInputs(state, form, dialogs);
-    RecomputeNetwork(state, dialogs, reporter);
+    RecomputeNetwork(state, reporter);
     return WriteLastSession(state, session.sessionFilePath, dialogs);
 }
 
 void PrintDesign(DesignState& state, DesignForm& form, Dialogs& dialogs, Reporter& reporter,
                  const std::function<void()>& printReport) {
     ValidateInputs(state, form, dialogs);
-    RecomputeNetwork(state, dialogs, reporter);
+    RecomputeNetwork(state, reporter);
     if (printReport) printReport();
 }
 
-void PrepareToLeaveDesign(DesignState& state, Dialogs& dialogs, Reporter& reporter) {
-    RecomputeNetwork(state, dialogs, reporter);
+void PrepareToLeaveDesign(DesignState& state, Reporter& reporter) {
+    RecomputeNetwork(state, reporter);
 }
 
 }  // namespace varo

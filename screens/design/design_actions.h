@@ -39,6 +39,6 @@ void PrintDesign(DesignState& state, DesignForm& form, Dialogs& dialogs, Reporte
 
 // `cmdPlot`, `cmdInductor`, `cmdLoadHelp`: brings the network up to date before the next screen
 // reads it.
-void PrepareToLeaveDesign(DesignState& state, Dialogs& dialogs, Reporter& reporter);
+void PrepareToLeaveDesign(DesignState& state, Reporter& reporter);
 
 }  // namespace varo

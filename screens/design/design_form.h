@@ -1,29 +1,73 @@
 #pragma once
 
-#include <string>
+#include <array>
 #include <string_view>
+
+#include "platform/field_form.h"
 
 namespace varo {
 
-// What the design screen's logic needs from the screen: field texts by control name
-// ("txtFrequency", "txtQ", ...) and enabling a command button. The Qt screen implements it over
-// its widgets; tests and the command line implement it over a map.
-class DesignForm {
-  public:
-    virtual ~DesignForm() = default;
-    virtual std::string FieldText(std::string_view control) const = 0;
-    virtual void SetFieldText(std::string_view control, std::string_view text) = 0;
-    virtual void EnableButton(std::string_view /*control*/) {}
+struct DesignResults;
+
+// The design screen's text fields: the five design entries, the generator entries and the
+// spinners' buddy entries.
+enum class DesignField {
+    Frequency,
+    Plate,
+    NominalLoad,
+    Q,
+    Intermediate,
+    GeneratorOhms,          // generator resistance in ohms
+    GeneratorSpinEntry,     // UpDown3's buddy
+    IntermediateSpinEntry,  // UpDown1's buddy
+    SpareSpinEntry,         // UpDown2's buddy, without a role of its own
 };
 
-// Redraw steps that end every recalculation: schematic, stresses, small plot (with the
-// harmonic table). The Qt screen implements them; the command line leaves them empty.
-class DesignRedraw {
+inline constexpr std::array kDesignFields = {
+    DesignField::Frequency,          DesignField::Plate,
+    DesignField::NominalLoad,        DesignField::Q,
+    DesignField::Intermediate,       DesignField::GeneratorOhms,
+    DesignField::GeneratorSpinEntry, DesignField::IntermediateSpinEntry,
+    DesignField::SpareSpinEntry};
+
+// The control name each field carries on the screen.
+constexpr std::string_view ControlName(DesignField field) {
+    switch (field) {
+        case DesignField::Frequency:
+            return "txtFrequency";
+        case DesignField::Plate:
+            return "txtPlate";
+        case DesignField::NominalLoad:
+            return "txtNominalLoad";
+        case DesignField::Q:
+            return "txtQ";
+        case DesignField::Intermediate:
+            return "txtIntermediate";
+        case DesignField::GeneratorOhms:
+            return "txtRinputMult";
+        case DesignField::GeneratorSpinEntry:
+            return "txtRinputMultEntry";
+        case DesignField::IntermediateSpinEntry:
+            return "txtUpDown1";
+        case DesignField::SpareSpinEntry:
+            return "txtUpDown2";
+    }
+    return {};
+}
+
+// What the design screen's logic needs from the screen beside its fields: offering Accept.
+// The Qt screen implements it over its widgets; tests and the command line over texts.
+class DesignForm : public FieldForm<DesignField> {
   public:
-    virtual ~DesignRedraw() = default;
-    virtual void DrawSchematic() {}
-    virtual void ShowStresses() {}
-    virtual void DrawSmallPlot() {}
+    virtual void EnableAccept() {}
+};
+
+// The one step that ends every recalculation: show what it produced. Only the screen draws;
+// the command line keeps the results for its report.
+class DesignView {
+  public:
+    virtual ~DesignView() = default;
+    virtual void ShowResults(const DesignResults& /*results*/) {}
 };
 
 }  // namespace varo

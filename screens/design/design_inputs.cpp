@@ -19,35 +19,35 @@ constexpr double kSpinDivisor = 20.0;
 // An entry with a lower limit: below it the value becomes the limit, the field shows
 // `limitText` and `message` says so.
 struct EntryLimit {
-    std::string_view control;
+    DesignField field;
     float limit;
     std::string_view limitText;
     std::string_view message;
 };
 
 constexpr EntryLimit kLoadLimit{
-    "txtNominalLoad", 0.1f, ".1",
+    DesignField::NominalLoad, 0.1f, ".1",
     "Minimum output load has been changed to minimum-allowed value of .1 ohms"};
 constexpr EntryLimit kPlateLimit{
-    "txtPlate", 0.1f, ".1",
+    DesignField::Plate, 0.1f, ".1",
     "The minimum input termination is .1 ohm and has been changed to that value"};
 constexpr EntryLimit kFrequencyLimit{
-    "txtFrequency", 10000.0f, "10k",
+    DesignField::Frequency, 10000.0f, "10k",
     "The minimum operating frequency is 10k Hz and has been changed to that value"};
 constexpr EntryLimit kQLimit{
-    "txtQ", kMinimumQ, "1.001",
+    DesignField::Q, kMinimumQ, "1.001",
     "The minimum PI-net Q value to be entered is 1.001 and has been changed to that value"};
 
 // Reads an entry with the engineering parser; the caller decides how to show it back.
-float ReadField(const DesignForm& form, std::string_view control) {
-    std::string text = form.FieldText(control);
+float ReadField(const DesignForm& form, DesignField field) {
+    std::string text = form.Text(field);
     return ParseEngNumber(text);
 }
 
-void RaiseToLimit(float& value, float limit, DesignForm& form, std::string_view control,
+void RaiseToLimit(float& value, float limit, DesignForm& form, DesignField field,
                   std::string_view fieldText, Dialogs& dialogs, std::string_view message) {
     value = limit;
-    form.SetFieldText(control, fieldText);
+    form.SetText(field, fieldText);
     dialogs.ShowMessage(message);
 }
 
@@ -55,57 +55,53 @@ void RaiseToLimit(float& value, float limit, DesignForm& form, std::string_view 
 // text), then applies the lower limit.
 void ValidateEntry(float& value, const EntryLimit& entry, std::string (*format)(float),
                    DesignForm& form, Dialogs& dialogs) {
-    value = ReadField(form, entry.control);
-    if (format) form.SetFieldText(entry.control, format(value));
+    value = ReadField(form, entry.field);
+    if (format) form.SetText(entry.field, format(value));
     if (value < entry.limit)
-        RaiseToLimit(value, entry.limit, form, entry.control, entry.limitText, dialogs,
+        RaiseToLimit(value, entry.limit, form, entry.field, entry.limitText, dialogs,
                      entry.message);
 }
 
 void ValidateIntermediate(DesignState& state, DesignForm& form, Dialogs& dialogs) {
-    state.intermediateR = ReadField(form, "txtIntermediate");
-    form.SetFieldText("txtIntermediate", FormatNumber(state.intermediateR));
+    constexpr DesignField kField = DesignField::Intermediate;
+    state.intermediateR = ReadField(form, kField);
+    form.SetText(kField, FormatNumber(state.intermediateR));
     if (state.intermediateR <= 0)
-        RaiseToLimit(state.intermediateR, state.loadR, form, "txtIntermediate",
-                     SignedText(state.loadR), dialogs,
+        RaiseToLimit(state.intermediateR, state.loadR, form, kField, SignedText(state.loadR),
+                     dialogs,
                      "The intermediate resistance has been changed from zero to" +
                          PlainText(state.loadR) + "ohms");
     if (state.intermediateR < state.loadR)
-        RaiseToLimit(state.intermediateR, state.loadR, form, "txtIntermediate",
-                     SignedText(state.loadR), dialogs,
+        RaiseToLimit(state.intermediateR, state.loadR, form, kField, SignedText(state.loadR),
+                     dialogs,
                      "Minimum allowed intermediate resistance has been changed upward to be the "
                      "same as the load");
     // plateR still holds the previous design's value here: txtPlate is read afterwards.
     if (state.intermediateR > state.plateR)
-        RaiseToLimit(state.intermediateR, state.plateR, form, "txtIntermediate",
-                     SignedText(state.plateR), dialogs,
+        RaiseToLimit(state.intermediateR, state.plateR, form, kField, SignedText(state.plateR),
+                     dialogs,
                      "The intermediate resistance has been changed downward to be the same as the "
                      "input");
 }
 
-std::string FaultMessage(const ArithmeticFault& fault) {
-    return std::string("The network could not be analysed: ") + fault.what() +
-           ". Please check the entries.";
-}
-
 // Steps one value by 1 %, computed in double and stored single; returns the field to show it in.
-std::string_view ApplyAdjustment(DesignState& state, Adjustment which) {
+DesignField ApplyAdjustment(DesignState& state, Adjustment which) {
     switch (which) {
         case Adjustment::QMinus:
             state.piQ = StoreSingle(state.piQ / kAdjustStep);
             if (state.piQ < kMinimumQ) state.piQ = kMinimumQ;
-            return "txtQ";
+            return DesignField::Q;
         case Adjustment::QPlus:
             state.piQ = StoreSingle(state.piQ * kAdjustStep);
-            return "txtQ";
+            return DesignField::Q;
         case Adjustment::IntermediateMinus:
             state.intermediateR = StoreSingle(state.intermediateR / kAdjustStep);
-            return "txtIntermediate";
+            return DesignField::Intermediate;
         case Adjustment::IntermediatePlus:
             state.intermediateR = StoreSingle(state.intermediateR * kAdjustStep);
-            return "txtIntermediate";
+            return DesignField::Intermediate;
     }
-    return "txtQ";
+    return DesignField::Q;
 }
 
 float AdjustedValue(const DesignState& state, Adjustment which) {
@@ -119,22 +115,12 @@ std::string GeneratorResistanceText(const DesignState& state) {
 
 }  // namespace
 
-bool RunGuarded(Dialogs& dialogs, const std::function<void()>& step) {
-    try {
-        step();
-        return true;
-    } catch (const ArithmeticFault& fault) {
-        dialogs.ShowMessage(FaultMessage(fault));
-        return false;
-    }
-}
-
 void ShowDesignInputs(const DesignState& state, DesignForm& form) {
-    form.SetFieldText("txtFrequency", FormatHz(state.frequency));
-    form.SetFieldText("txtPlate", FormatNumber(state.plateR));
-    form.SetFieldText("txtNominalLoad", FormatNumber(state.loadR));
-    form.SetFieldText("txtQ", PlainText(state.piQ));
-    form.SetFieldText("txtIntermediate", FormatNumber(state.intermediateR));
+    form.SetText(DesignField::Frequency, FormatHz(state.frequency));
+    form.SetText(DesignField::Plate, FormatNumber(state.plateR));
+    form.SetText(DesignField::NominalLoad, FormatNumber(state.loadR));
+    form.SetText(DesignField::Q, PlainText(state.piQ));
+    form.SetText(DesignField::Intermediate, FormatNumber(state.intermediateR));
 }
 
 void ValidateInputs(DesignState& state, DesignForm& form, Dialogs& dialogs) {
@@ -145,85 +131,79 @@ void ValidateInputs(DesignState& state, DesignForm& form, Dialogs& dialogs) {
     ValidateEntry(state.piQ, kQLimit, nullptr, form, dialogs);
 }
 
-bool RecomputeNetwork(DesignState& state, Dialogs& dialogs, Reporter& reporter) {
-    bool calculated = true;
-    const bool ranThrough = RunGuarded(dialogs, [&] {
-        calculated = ComponentCalculations(state, reporter);
-        SetupLadder(state);
-    });
-    return calculated && ranThrough;
+bool RecalculateDesign(DesignState& state, DesignForm& form, Dialogs& dialogs, Reporter& reporter,
+                       DesignView& view) {
+    ValidateInputs(state, form, dialogs);
+    DesignResults results;
+    const bool succeeded = CalculateDesign(state, reporter, results);
+    view.ShowResults(results);
+    return succeeded;
 }
 
-bool RecalculateDesign(DesignState& state, DesignForm& form, Dialogs& dialogs, Reporter& reporter,
-                       DesignRedraw& redraw) {
-    ValidateInputs(state, form, dialogs);
-    bool succeeded = RecomputeNetwork(state, dialogs, reporter);
-    bool swept = true;
-    succeeded &= RunGuarded(dialogs, [&] {
-        swept = SweepRoutine(state, reporter);
-        ComputeSectionPhases(state);
-    });
-    // Redraw even after a fault, so the screen matches the state it now holds.
-    succeeded &= RunGuarded(dialogs, [&] { redraw.DrawSchematic(); });
-    succeeded &= RunGuarded(dialogs, [&] { redraw.ShowStresses(); });
-    succeeded &= RunGuarded(dialogs, [&] { redraw.DrawSmallPlot(); });
-    return succeeded && swept;
+void LoadDesignScreen(DesignState& state, DesignForm& form, Reporter& reporter, DesignView& view) {
+    ShowDesignInputs(state, form);
+    try {
+        form.SetText(DesignField::GeneratorOhms, GeneratorResistanceText(state));
+    } catch (const ArithmeticFault&) {
+        // A multiplier out of range leaves the entry as it was until Accept reports on it.
+    }
+    view.ShowResults(LoadDesignResults(state, reporter));
 }
 
 bool AdjustDesign(DesignState& state, DesignForm& form, Dialogs& dialogs, Reporter& reporter,
-                  DesignRedraw& redraw, Adjustment which) {
+                  DesignView& view, Adjustment which) {
     ValidateInputs(state, form, dialogs);
-    std::string_view control;
-    if (!RunGuarded(dialogs, [&] { control = ApplyAdjustment(state, which); })) return false;
-    form.SetFieldText(control, FormatNumber(AdjustedValue(state, which)));
-    return RecalculateDesign(state, form, dialogs, reporter, redraw);
+    DesignField field = DesignField::Q;
+    if (!RunGuarded(reporter, [&] { field = ApplyAdjustment(state, which); })) return false;
+    form.SetText(field, FormatNumber(AdjustedValue(state, which)));
+    return RecalculateDesign(state, form, dialogs, reporter, view);
 }
 
 bool AcceptDesign(DesignState& state, DesignForm& form, Dialogs& dialogs, Reporter& reporter,
-                  DesignRedraw& redraw) {
-    const bool succeeded = RecalculateDesign(state, form, dialogs, reporter, redraw);
+                  DesignView& view) {
+    const bool succeeded = RecalculateDesign(state, form, dialogs, reporter, view);
     std::string text;
-    if (!RunGuarded(dialogs, [&] { text = GeneratorResistanceText(state); })) return false;
-    form.SetFieldText("txtRinputMult", text);
+    if (!RunGuarded(reporter, [&] { text = GeneratorResistanceText(state); })) return false;
+    form.SetText(DesignField::GeneratorOhms, text);
     return succeeded;
 }
 
 bool OnGeneratorResistanceChanged(DesignState& state, DesignForm& form, Dialogs& dialogs,
-                                  Reporter& reporter, DesignRedraw& redraw) {
-    const float ohms = ReadField(form, "txtRinputMult");
+                                  Reporter& reporter, DesignView& view) {
+    const float ohms = ReadField(form, DesignField::GeneratorOhms);
     if (ohms < kMinimumGeneratorOhms) return false;
-    if (!RunGuarded(dialogs,
+    if (!RunGuarded(reporter,
                     [&] { state.genMultiplier = StoreSingle(CheckedDivide(ohms, state.plateR)); }))
         return false;
-    RecalculateDesign(state, form, dialogs, reporter, redraw);
+    RecalculateDesign(state, form, dialogs, reporter, view);
     return true;
 }
 
 bool OnGeneratorSpinChanged(DesignState& state, DesignForm& form, Dialogs& dialogs,
-                            Reporter& reporter, DesignRedraw& redraw, int position) {
-    form.SetFieldText("txtRinputMultEntry", PlainText(position * kSpinStep));
-    const float entry = ReadField(form, "txtRinputMultEntry");
+                            Reporter& reporter, DesignView& view, int position) {
+    form.SetText(DesignField::GeneratorSpinEntry, PlainText(position * kSpinStep));
+    const float entry = ReadField(form, DesignField::GeneratorSpinEntry);
     std::string text;
-    if (!RunGuarded(dialogs, [&] {
+    if (!RunGuarded(reporter, [&] {
             state.genMultiplier = StoreSingle(entry / kSpinDivisor);
             text = GeneratorResistanceText(state);
         }))
         return false;
-    form.SetFieldText("txtRinputMult", text);
-    RecalculateDesign(state, form, dialogs, reporter, redraw);
+    form.SetText(DesignField::GeneratorOhms, text);
+    RecalculateDesign(state, form, dialogs, reporter, view);
     return true;
 }
 
 bool OnIntermediateSpinTextChanged(DesignState& state, DesignForm& form, Dialogs& dialogs,
-                                   Reporter& reporter, DesignRedraw& redraw) {
-    std::string text = form.FieldText("txtUpDown1");
-    form.SetFieldText("txtIntermediate", text);
+                                   Reporter& reporter, DesignView& view) {
+    std::string text = form.Text(DesignField::IntermediateSpinEntry);
+    form.SetText(DesignField::Intermediate, text);
     state.intermediateR = ParseEngNumber(text);
-    return RecalculateDesign(state, form, dialogs, reporter, redraw);
+    return RecalculateDesign(state, form, dialogs, reporter, view);
 }
 
 void OnDesignEntryEdited(DesignForm& form) {
-    form.EnableButton("cmdDesign");
+    form.EnableAccept();
 }
 
 }  // namespace varo

@@ -1,12 +1,10 @@
 #pragma once
 
-#include <functional>
-#include <string_view>
-
 #include "core/design_state.h"
 #include "core/reporter.h"
 #include "platform/dialogs.h"
 #include "screens/design/design_form.h"
+#include "screens/design/design_results.h"
 
 namespace varo {
 
@@ -18,46 +16,40 @@ void ShowDesignInputs(const DesignState& state, DesignForm& form);
 // before the plate entry is read, so they compare with the plate load of the previous design.
 void ValidateInputs(DesignState& state, DesignForm& form, Dialogs& dialogs);
 
-// The one sequence every design action ends with: validate, compute the components, lay out the
-// ladder, sweep, find the section phases, then redraw schematic, stresses and small plot.
-// Returns false when a step reported a fault; the redraws run in any case so the screen shows
-// what the state now holds.
+// The one sequence every design action ends with: validate, then CalculateDesign, then the
+// view shows the results. Returns false when a step reported a fault; the view is shown in any
+// case so the screen matches what the state now holds.
 bool RecalculateDesign(DesignState& state, DesignForm& form, Dialogs& dialogs, Reporter& reporter,
-                       DesignRedraw& redraw);
+                       DesignView& view);
 
-// ComponentCalculations then SetupLadder: what every consumer of the network runs first,
-// because the phase calculation leaves the ladder holding the L section only.
-bool RecomputeNetwork(DesignState& state, Dialogs& dialogs, Reporter& reporter);
+// Screen load: the entries show the design, then the load's results are shown. No validation.
+void LoadDesignScreen(DesignState& state, DesignForm& form, Reporter& reporter, DesignView& view);
 
 // The 1 % adjust buttons.
 enum class Adjustment { QMinus, QPlus, IntermediateMinus, IntermediatePlus };
 
 // Validates, steps the value, shows it in its entry, then runs the whole recalculation.
 bool AdjustDesign(DesignState& state, DesignForm& form, Dialogs& dialogs, Reporter& reporter,
-                  DesignRedraw& redraw, Adjustment which);
+                  DesignView& view, Adjustment which);
 
 // Accept (`cmdDesign`): recalculates and shows the generator resistance in its entry.
 bool AcceptDesign(DesignState& state, DesignForm& form, Dialogs& dialogs, Reporter& reporter,
-                  DesignRedraw& redraw);
+                  DesignView& view);
 
 // `txtRinputMult` changed: a generator resistance of at least 1 mohm sets the multiplier and
 // recalculates; a smaller value is ignored. Returns whether a recalculation ran.
 bool OnGeneratorResistanceChanged(DesignState& state, DesignForm& form, Dialogs& dialogs,
-                                  Reporter& reporter, DesignRedraw& redraw);
+                                  Reporter& reporter, DesignView& view);
 
 // `UpDown3` moved to `position`: 0.1 per step into `txtRinputMultEntry`, multiplier = entry / 20.
 bool OnGeneratorSpinChanged(DesignState& state, DesignForm& form, Dialogs& dialogs,
-                            Reporter& reporter, DesignRedraw& redraw, int position);
+                            Reporter& reporter, DesignView& view, int position);
 
 // `txtUpDown1` changed: its text becomes the intermediate entry, then recalculates.
 bool OnIntermediateSpinTextChanged(DesignState& state, DesignForm& form, Dialogs& dialogs,
-                                   Reporter& reporter, DesignRedraw& redraw);
+                                   Reporter& reporter, DesignView& view);
 
 // Typing in one of the five design entries only offers Accept; nothing is recalculated yet.
 void OnDesignEntryEdited(DesignForm& form);
-
-// Runs `step`; an arithmetic fault in it is reported through the dialogs instead of escaping.
-// Returns false after a fault.
-bool RunGuarded(Dialogs& dialogs, const std::function<void()>& step);
 
 }  // namespace varo

@@ -7,7 +7,7 @@ void DesignReporter::ShowMessage(std::string_view text, std::string_view title, 
 }
 
 void DesignReporter::PiQReset(std::string_view qText) {
-    form_.SetFieldText("txtQ", qText);
+    form_.SetText(DesignField::Q, qText);
 }
 
 }  // namespace varo

@@ -1,6 +1,7 @@
 #include "screens/design/design_results.h"
 
 #include <algorithm>
+#include <string>
 
 #include "core/fault.h"
 #include "core/numtext.h"
@@ -8,23 +9,64 @@
 namespace varo {
 
 namespace {
+
 constexpr int kHarmonicCount = 5;
+
+// For the work done on screen load beyond the original's: it never adds a message.
+class SilentReporter final : public Reporter {
+  public:
+    void ShowMessage(std::string_view, std::string_view, MessageIcon) override {}
+};
+
+void Quietly(const std::function<void()>& step) {
+    try {
+        step();
+    } catch (const ArithmeticFault&) {
+        // Left out of the first view; the next recalculation reports it.
+    }
+}
+
+SectionPhases PhasesOf(const DesignState& state) {
+    return {state.piPhase, state.lPhase};
+}
+
 }  // namespace
 
+ComponentValues ComponentValues::Of(const DesignState& s) {
+    return {s.C1, s.L1, s.C2, s.L2, s.C3, s.xC1, s.xL1, s.xC2, s.xL2, s.xC3};
+}
+
+bool RunGuarded(Reporter& reporter, const std::function<void()>& step) {
+    try {
+        step();
+        return true;
+    } catch (const ArithmeticFault& fault) {
+        reporter.ShowMessage(std::string("The network could not be analysed: ") + fault.what() +
+                             ". Please check the entries.");
+        return false;
+    }
+}
+
+bool RecomputeNetwork(DesignState& state, Reporter& reporter) {
+    bool calculated = true;
+    const bool ranThrough = RunGuarded(reporter, [&] {
+        calculated = ComponentCalculations(state, reporter);
+        SetupLadder(state);
+    });
+    return calculated && ranThrough;
+}
+
 std::vector<HarmonicRow> AnalyzeHarmonics(DesignState& state, Reporter& reporter) {
-    ComponentCalculations(state, reporter);
-    SetupLadder(state);
+    RecomputeNetwork(state, reporter);
     std::vector<HarmonicRow> rows;
     LadderResult result;
-    try {
+    Quietly([&] {
         for (int harmonic = 1; harmonic <= kHarmonicCount; ++harmonic) {
             state.analysisFrequency = StoreSingle(harmonic * static_cast<double>(state.frequency));
             AnalyzeLadder(state, 0, 0, state.analysisFrequency, result);
             rows.push_back({harmonic, state.analysisFrequency, result});
         }
-    } catch (const ArithmeticFault&) {
-        // The sweep has already told the user about a network that cannot be analysed.
-    }
+    });
     return rows;
 }
 
@@ -37,6 +79,37 @@ std::vector<float> BuildGridFrequencies(DesignState& state) {
     }
     const int last = std::min<int>(state.gridLastIndex, kGridEntries - 1);
     return {state.gridFrequencies.begin(), state.gridFrequencies.begin() + (last + 1)};
+}
+
+bool CalculateDesign(DesignState& state, Reporter& reporter, DesignResults& results) {
+    bool succeeded = RecomputeNetwork(state, reporter);
+    bool swept = true;
+    succeeded &= RunGuarded(reporter, [&] {
+        swept = SweepRoutine(state, reporter);
+        ComputeSectionPhases(state);
+        results.phases = PhasesOf(state);
+    });
+    succeeded &= RunGuarded(reporter, [&] { results.stresses = ShowStresses(state, reporter); });
+    results.gridFrequencies = BuildGridFrequencies(state);
+    results.harmonics = AnalyzeHarmonics(state, reporter);
+    results.components = ComponentValues::Of(state);
+    return succeeded && swept;
+}
+
+DesignResults LoadDesignResults(DesignState& state, Reporter& reporter) {
+    DesignResults results;
+    AnalyzeHarmonics(state, reporter);
+    SilentReporter silent;
+    Quietly([&] {
+        SweepRoutine(state, silent);
+        ComputeSectionPhases(state);
+        results.phases = PhasesOf(state);
+    });
+    Quietly([&] { results.stresses = ShowStresses(state, silent); });
+    results.gridFrequencies = BuildGridFrequencies(state);
+    results.harmonics = AnalyzeHarmonics(state, reporter);
+    results.components = ComponentValues::Of(state);
+    return results;
 }
 
 }  // namespace varo

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+#include <optional>
 #include <vector>
 
 #include "core/design_state.h"
@@ -15,21 +17,55 @@ struct HarmonicRow {
     LadderResult result;
 };
 
-// What one recalculation of the design produced, beside the fields it rewrote in DesignState.
-// Every view of the design (design screen, large plot, printed report, varo-cli) reads this value;
-// none of them computes or reports.
-struct DesignResults {
-    StressDisplay stresses;              // stress, phase and explanatory texts
-    std::vector<HarmonicRow> harmonics;  // fundamental and harmonics 2 to 5
-    std::vector<float> gridFrequencies;  // log-axis grid lines between the sweep limits
+// The five parts and their reactances, as DesignState holds them.
+struct ComponentValues {
+    float C1 = 0, L1 = 0, C2 = 0, L2 = 0, C3 = 0;
+    float xC1 = 0, xL1 = 0, xC2 = 0, xL2 = 0, xC3 = 0;
+    static ComponentValues Of(const DesignState& state);
+    bool operator==(const ComponentValues&) const = default;
 };
 
-// The harmonic table's numbers: ComponentCalculations and SetupLadder, then the ladder analysed
-// at n x frequency for n = 1 to 5, each frequency left in analysisFrequency. A network that
-// cannot be analysed ends the list at the fault (the sweep has already told the user).
+struct SectionPhases {
+    float piPhase = 0;
+    float lPhase = 0;
+};
+
+// What one recalculation of the design produced, beside the fields it rewrote in DesignState
+// (the sweep arrays among them). Every view of the design (design screen, large plot, printed
+// report, varo-cli) reads this value; none of them computes or reports.
+struct DesignResults {
+    ComponentValues components;           // as the recalculation left them
+    std::optional<SectionPhases> phases;  // none when they could not be worked out
+    StressDisplay stresses;               // no texts when they could not be worked out
+    std::vector<HarmonicRow> harmonics;   // fundamental and harmonics 2 to 5
+    std::vector<float> gridFrequencies;   // log-axis grid lines between the sweep limits
+};
+
+// RecalculateDesign after ValidateInputs: components, ladder, sweep, section phases, then what
+// the displays work out in their order: stresses, then the small plot's grid and harmonic
+// table (with its own ComponentCalculations and SetupLadder). A fault the engine does not
+// handle itself is reported as one that keeps the network from being analysed. Returns false
+// when any step faulted.
+bool CalculateDesign(DesignState& state, Reporter& reporter, DesignResults& results);
+
+// What the design screen works out when it opens, without validating: the harmonic table (its
+// ComponentCalculations may report, as on every load), then in silence a sweep, the phases and
+// the stresses so the first view is complete, then the small plot's grid and harmonic table.
+DesignResults LoadDesignResults(DesignState& state, Reporter& reporter);
+
+// ComponentCalculations then SetupLadder: what every consumer of the network runs first,
+// because the phase calculation leaves the ladder holding the L section only.
+bool RecomputeNetwork(DesignState& state, Reporter& reporter);
+
+// The harmonic table's numbers: RecomputeNetwork, then the ladder analysed at n x frequency for
+// n = 1 to 5, each frequency left in analysisFrequency. A network that cannot be analysed ends
+// the list at the fault (the sweep has already told the user).
 std::vector<HarmonicRow> AnalyzeHarmonics(DesignState& state, Reporter& reporter);
 
 // BuildLogGrid, then its entries as a list; empty when the grid cannot be built.
 std::vector<float> BuildGridFrequencies(DesignState& state);
+
+// Runs `step`; an arithmetic fault in it is reported instead of escaping. False after a fault.
+bool RunGuarded(Reporter& reporter, const std::function<void()>& step);
 
 }  // namespace varo

@@ -76,6 +76,7 @@ FrmOpening::FrmOpening(DesignState& state, const std::string& sessionFilePath, Q
     setObjectName(QStringLiteral("frmOpening"));
     setWindowTitle(QStringLiteral("VARO - Version ") + ToQString(versionText) +
                    QStringLiteral(" - Welcome !"));
+    setAccessibleDescription(QStringLiteral("Picture of a pi-L transmitter output network"));
     SizeWindow();
     PlaceControls(ScreenSizeInTwips(screen()));
     Surface& picture = surface();
@@ -97,6 +98,7 @@ void FrmOpening::SizeWindow() {
 void FrmOpening::PlaceControls(QSizeF screenTwips) {
     auto* image = new SurfaceWidget(kTitleImageWidth, kTitleImageHeight, this);
     image->setObjectName(QStringLiteral("Image1"));
+    image->setAccessibleName(QStringLiteral("VARO title picture"));
     DrawTitleImage(image->surface());
     Place(image, QRectF(2400, 1000, 3000, 1000));
 

@@ -1,10 +1,10 @@
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
+#include <algorithm>
 #include <sstream>
 
 #include "app/cli/cli.h"
+#include "support/temp_folder.h"
 
 namespace varo::cli {
 namespace {
@@ -21,25 +21,12 @@ Outcome RunCli(const std::vector<std::string>& words) {
     return {status, out.str(), err.str()};
 }
 
-std::string ReadFile(const std::filesystem::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
+using varo::testing::ReadBytes;
 
-class TempFolder {
+// A fresh folder whose files are named by appending to it.
+class TempFolder : public varo::testing::TempFolder {
   public:
-    TempFolder() {
-        path_ =
-            std::filesystem::temp_directory_path() /
-            ("varo-cli-test-" + std::to_string(::testing::UnitTest::GetInstance()->random_seed()) +
-             "-" + ::testing::UnitTest::GetInstance()->current_test_info()->name());
-        std::filesystem::create_directories(path_);
-    }
-    ~TempFolder() { std::filesystem::remove_all(path_); }
-    std::string operator/(const std::string& name) const { return (path_ / name).string(); }
-
-  private:
-    std::filesystem::path path_;
+    std::string operator/(const std::string& name) const { return File(name); }
 };
 
 TEST(CliUsage, MistakesExitTwoWithReasonAndUsage) {
@@ -75,51 +62,29 @@ TEST(CliUsage, HelpOnEverySubcommand) {
     }
 }
 
-TEST(CliDesign, EqualsFormLetsAValueBeginWithMinus) {
-    const Outcome outcome = RunCli({"design", "--json", "--load=-5"});
-    EXPECT_EQ(outcome.status, 0);
-    EXPECT_NE(outcome.out.find("\"loadR\": 0.100000001"), std::string::npos) << outcome.out;
-    EXPECT_EQ(outcome.err,
-              "Minimum output load has been changed to minimum-allowed value of .1 ohms\n");
-}
-
-TEST(CliDesign, DefaultsGiveTheStartUpDesignAndAllKeys) {
-    const Outcome outcome = RunCli({"design", "--json"});
-    ASSERT_EQ(outcome.status, 0) << outcome.err;
-    for (const char* key :
-         {"\"inputs\"", "\"frequency\": 3900000", "\"plateR\": 1500", "\"intermediateR\": 300",
-          "\"loadR\": 50", "\"piQ\": 12", "\"genMultiplier\": 1", "\"messages\": []", "\"derived\"",
-          "\"omega\"", "\"lPhase\"", "\"stresses\"", "\"iL2\"", "\"harmonics\"", "\"n\": 5",
-          "\"zAngle\""})
-        EXPECT_NE(outcome.out.find(key), std::string::npos) << key;
-    EXPECT_TRUE(outcome.err.empty());
-}
-
-TEST(CliDesign, MessagesKeepTheirOrderAndCrLfInJson) {
-    const Outcome outcome = RunCli({"design", "--json", "--load", "0", "--intermediate", "0"});
-    const auto first = outcome.out.find("Minimum output load");
-    const auto second = outcome.out.find("changed from zero to0.1ohms");
-    ASSERT_NE(first, std::string::npos);
-    ASSERT_NE(second, std::string::npos);
-    EXPECT_LT(first, second);
-    // The component calculation fails for a Q far too low for 1500 to 0.1 ohms.
-    EXPECT_NE(outcome.out.find("We have a ComponentCalculations error.\\r\\n   \\r\\n"),
-              std::string::npos);
-}
-
-TEST(CliDesign, EntryTextsAreReadAsTyped) {
-    const Outcome outcome =
-        RunCli({"design", "--json", "--frequency", "3,6 M", "--plate", "2,5k", "--q", "10"});
-    EXPECT_NE(outcome.out.find("\"frequency\": 3600000"), std::string::npos);
-    EXPECT_NE(outcome.out.find("\"plateR\": 2500"), std::string::npos);
-    EXPECT_NE(outcome.out.find("\"piQ\": 10"), std::string::npos);
-}
-
-TEST(CliDesign, GeneratorResistanceSetsTheMultiplier) {
-    const Outcome outcome = RunCli({"design", "--json", "--generator", "3k"});
-    EXPECT_NE(outcome.out.find("\"genMultiplier\": 2"), std::string::npos) << outcome.out;
-    // Transducer gain against a generator of twice the plate load: 10 log10(8/9) = -0.51 dB.
-    EXPECT_NE(outcome.out.find("\"transmissionDb\": -0.51"), std::string::npos) << outcome.out;
+TEST(CliDesign, OptionsAreEntryTextsAsTyped) {
+    const struct {
+        std::vector<std::string> words;
+        std::vector<std::string> expected;
+    } cases[] = {
+        {{},
+         {"\"frequency\": 3900000", "\"plateR\": 1500", "\"piQ\": 12", "\"messages\": []",
+          "\"lPhase\"", "\"iL2\"", "\"n\": 5", "\"zAngle\""}},
+        {{"--frequency", "3,6 M", "--plate", "2,5k", "--q", "10"},
+         {"\"frequency\": 3600000", "\"plateR\": 2500", "\"piQ\": 10"}},
+        // The "=" form lets a value begin with a minus.
+        {{"--load=-5"}, {"\"loadR\": 0.100000001", "Minimum output load has been changed"}},
+        // Transducer gain against twice the plate load: 10 log10(8/9) = -0.51 dB.
+        {{"--generator", "3k"}, {"\"genMultiplier\": 2", "\"transmissionDb\": -0.51"}},
+    };
+    for (const auto& c : cases) {
+        std::vector<std::string> words{"design", "--json"};
+        words.insert(words.end(), c.words.begin(), c.words.end());
+        const Outcome outcome = RunCli(words);
+        EXPECT_EQ(outcome.status, 0);
+        for (const std::string& text : c.expected)
+            EXPECT_NE(outcome.out.find(text), std::string::npos) << text << "\n" << outcome.out;
+    }
 }
 
 TEST(CliDesign, ReadableReportShowsComponentsAndHarmonics) {
@@ -137,13 +102,13 @@ TEST(CliDesign, WritesEveryRequestedFile) {
                 "--sweep-csv", folder / "sweep.csv", "--overlay-dir", folder / "", "--save-session",
                 folder / "VARO.CFG"});
     ASSERT_EQ(outcome.status, 0) << outcome.err;
-    EXPECT_EQ(ReadFile(folder / "net.asc").rfind("Version 4\r\nSHEET 1  1000 \r\n", 0), 0u);
-    EXPECT_EQ(ReadFile(folder / "net.kvf").rfind("Quarn circuit file by VARO\r\n", 0), 0u);
-    const std::string csv = ReadFile(folder / "sweep.csv");
+    EXPECT_EQ(ReadBytes(folder / "net.asc").rfind("Version 4\r\nSHEET 1  1000 \r\n", 0), 0u);
+    EXPECT_EQ(ReadBytes(folder / "net.kvf").rfind("Quarn circuit file by VARO\r\n", 0), 0u);
+    const std::string csv = ReadBytes(folder / "sweep.csv");
     EXPECT_EQ(csv.rfind("frequency,transmission,phase,return,vswr,zMagnitude,zAngle\n", 0), 0u);
     EXPECT_EQ(std::count(csv.begin(), csv.end(), '\n'), 2002);
-    EXPECT_EQ(ReadFile(folder / "Data.S21").rfind(" 1950000 ", 0), 0u);
-    EXPECT_NE(ReadFile(folder / "VARO.CFG").find("Frequency: 3900000\r\n"), std::string::npos);
+    EXPECT_EQ(ReadBytes(folder / "Data.S21").rfind(" 1950000 ", 0), 0u);
+    EXPECT_NE(ReadBytes(folder / "VARO.CFG").find("Frequency: 3900000\r\n"), std::string::npos);
 }
 
 TEST(CliDesign, SessionFileRoundTrip) {
@@ -164,26 +129,14 @@ TEST(CliDesign, UnwritableFileExitsOneAfterTheProgramsMessage) {
     EXPECT_NE(outcome.err.find("We could not write the LTspice schematic file"), std::string::npos);
 }
 
-TEST(CliPlateLoad, ClassesAndLimits) {
-    const struct {
-        std::vector<std::string> words;
-        std::string expected;
-    } cases[] = {
-        {{"--swing", "2500", "--power", "1000", "--class", "AB"}, "\"newPlateLoad\": 3906.25"},
-        {{"--swing", "1000", "--power", "100", "--class", "C"}, "\"newPlateLoad\": 5000"},
-        {{"--swing", "1000", "--power", "100"}, "\"classFactor\": 2"},
-        {{"--swing", "1000", "--power", "100", "--class", "A"}, "\"newPlateLoad\": 7692.3"},
-        {{"--swing", "0.5", "--power", "100"},
-         "Voltage level has been reset to the minimum-allowed value of 1 volt"},
-        {{"--swing", "1k", "--power", "2E7"}, "\"rfPower\": 10000000"},
-    };
-    for (const auto& c : cases) {
-        std::vector<std::string> words{"plate-load", "--json"};
-        words.insert(words.end(), c.words.begin(), c.words.end());
-        const Outcome outcome = RunCli(words);
-        EXPECT_EQ(outcome.status, 0);
-        EXPECT_NE(outcome.out.find(c.expected), std::string::npos) << outcome.out;
-    }
+TEST(CliPlateLoad, ClassAndLimitReachTheHelper) {
+    const Outcome ab =
+        RunCli({"plate-load", "--json", "--swing", "2500", "--power", "1000", "--class", "AB"});
+    EXPECT_NE(ab.out.find("\"newPlateLoad\": 3906.25"), std::string::npos) << ab.out;
+    const Outcome low = RunCli({"plate-load", "--swing", "0.5", "--power", "100"});
+    EXPECT_NE(low.err.find("Voltage level has been reset to the minimum-allowed value of 1 volt"),
+              std::string::npos);
+    EXPECT_NE(low.out.find("Class factor K: 2\n"), std::string::npos) << low.out;
 }
 
 TEST(CliCoil, WorkedExampleInInchesAndCentimetres) {

@@ -7,7 +7,7 @@
 
 #include "core/network.h"
 #include "design_fixture.h"
-#include "recording_reporter.h"
+#include "support/recording_reporter.h"
 
 namespace varo {
 namespace {

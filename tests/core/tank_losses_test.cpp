@@ -6,7 +6,7 @@
 
 #include "core/design_fixture.h"
 #include "core/fault.h"
-#include "core/recording_reporter.h"
+#include "support/recording_reporter.h"
 
 namespace varo {
 namespace {

@@ -36,7 +36,7 @@ bool IsBlank(const std::string& text) {
 // No gauge: the wire results are cleared so nothing from an earlier gauge shows through.
 void ForgetGauge(CoilState& state, CoilForm& form) {
     state.actualGauge = kNoGauge;
-    form.ClearWireDiameterResult();
+    form.SetText(CoilField::WireDiameterResult, "");
     state.wireDiameter = 0;
     state.wireArea = 0;
     state.wireResistance = 0;
@@ -50,11 +50,11 @@ float HeldInInches(const CoilState& state, float shown) {
 
 // A computed measure is shown in the display unit and read back from what is shown, so the value
 // used from here on is exactly the displayed one.
-void ShowComputedMeasure(CoilState& state, CoilForm& form, CoilEntry entry, double inches) {
+void ShowComputedMeasure(CoilState& state, CoilForm& form, CoilField entry, double inches) {
     float shown = StoreSingle(inches);
     if (IsCentimetreMode(state)) shown = StoreSingle(shown * kCentimetresPerInch);
-    form.SetEntryText(entry, FormatNumber(shown));
-    OnWindingEntryChanged(state, entry, form.EntryText(entry));
+    form.SetText(entry, FormatNumber(shown));
+    OnWindingEntryChanged(state, entry, form.Text(entry));
 }
 
 double TurnsFor(double henries, double diameter, double length) {
@@ -84,10 +84,10 @@ Solution SolveMissingMeasure(CoilState& state, CoilForm& form) {
     if (hasDiameter && hasLength) {
         state.coilTurns = StoreSingle(TurnsFor(henries, state.coilDiameter, state.coilLength));
     } else if (hasLength && hasTurns) {
-        ShowComputedMeasure(state, form, CoilEntry::Diameter,
+        ShowComputedMeasure(state, form, CoilField::Diameter,
                             DiameterFor(henries, state.coilTurns, state.coilLength));
     } else if (hasDiameter && hasTurns) {
-        ShowComputedMeasure(state, form, CoilEntry::Length,
+        ShowComputedMeasure(state, form, CoilField::Length,
                             LengthFor(henries, state.coilDiameter, state.coilTurns));
         if (!(state.coilLength > 0)) return Solution::NegativeLength;
     } else {
@@ -151,27 +151,29 @@ bool IsCentimetreMode(const CoilState& state) {
     return state.unitSystem == kCentimetres;
 }
 
-void OnWindingEntryChanged(CoilState& state, CoilEntry entry, std::string text) {
+void OnWindingEntryChanged(CoilState& state, CoilField entry, std::string text) {
     const float value = ParseEngNumber(text);
     switch (entry) {
-        case CoilEntry::Diameter:
+        case CoilField::Diameter:
             state.coilDiameter = HeldInInches(state, value);
             break;
-        case CoilEntry::Length:
+        case CoilField::Length:
             state.coilLength = HeldInInches(state, value);
             break;
-        case CoilEntry::Turns:
+        case CoilField::Turns:
             state.coilTurns = value;
             break;
-        case CoilEntry::Gauge:
+        case CoilField::Gauge:
             state.actualGauge = value;
+            break;
+        case CoilField::WireDiameterResult:
             break;
     }
 }
 
 bool ComputeCoil(CoilState& state, CoilForm& form, Dialogs& dialogs) {
     state.unitsLocked = true;
-    if (IsBlank(form.EntryText(CoilEntry::Gauge)) || state.actualGauge == kNoGauge)
+    if (IsBlank(form.Text(CoilField::Gauge)) || state.actualGauge == kNoGauge)
         ForgetGauge(state, form);
     std::string message;
     try {

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "platform/dialogs.h"
+#include "platform/field_form.h"
 
 namespace varo {
 
@@ -43,23 +44,37 @@ struct CoilState {
     bool fillMarkedRed = false;  // the wire does not fit the pitch
 };
 
-enum class CoilEntry { Diameter, Length, Turns, Gauge };
+// The inductor screen's entries, and the result label the calculation itself empties.
+enum class CoilField { Diameter, Length, Turns, Gauge, WireDiameterResult };
 
-// What the coil calculation needs from its screen: the entry texts, and two small effects.
-class CoilForm {
+// The control name each field carries on the screen.
+constexpr std::string_view ControlName(CoilField field) {
+    switch (field) {
+        case CoilField::Diameter:
+            return "txtFormDiameter";
+        case CoilField::Length:
+            return "txtFormLength";
+        case CoilField::Turns:
+            return "txtTurns";
+        case CoilField::Gauge:
+            return "txtActualGauge";
+        case CoilField::WireDiameterResult:
+            return "Label15";
+    }
+    return {};
+}
+
+// What the coil calculation needs from its screen beside the fields.
+class CoilForm : public FieldForm<CoilField> {
   public:
-    virtual ~CoilForm() = default;
-    virtual std::string EntryText(CoilEntry entry) const = 0;
-    virtual void SetEntryText(CoilEntry entry, std::string_view text) = 0;
-    virtual void ClearWireDiameterResult() {}
     virtual void FocusGaugeEntry() {}
 };
 
 bool IsCentimetreMode(const CoilState& state);
 
 // An entry's text changed: parse it into its field; a diameter or length typed in centimetres is
-// held in inches. The turns and the gauge have no unit.
-void OnWindingEntryChanged(CoilState& state, CoilEntry entry, std::string text);
+// held in inches. The turns and the gauge have no unit; a result label is no entry.
+void OnWindingEntryChanged(CoilState& state, CoilField entry, std::string text);
 
 // Solves the missing winding measure from the other two and the target inductance, then derives
 // pitch, wire length, critical gauge and, with a gauge, wire diameter and percent fill. Shows at

@@ -69,12 +69,12 @@ float ClassFactorOf(ClassOption option) {
 
 void RecalculateLoad(DesignState& state, LoadHelpState& help, LoadHelpForm& form,
                      Dialogs& dialogs) {
-    state.peakSwing = ReadClamped(form.VoltageText(), kSwingEntry, dialogs);
-    form.SetVoltageText(FormatNumber(state.peakSwing));
-    state.rfPower = ReadClamped(form.PowerText(), kPowerEntry, dialogs);
-    form.SetPowerText(FormatNumber(state.rfPower));
+    state.peakSwing = ReadClamped(form.Text(LoadHelpField::Voltage), kSwingEntry, dialogs);
+    form.SetText(LoadHelpField::Voltage, FormatNumber(state.peakSwing));
+    state.rfPower = ReadClamped(form.Text(LoadHelpField::Power), kPowerEntry, dialogs);
+    form.SetText(LoadHelpField::Power, FormatNumber(state.rfPower));
     help.classFactor = ClassFactorOf(form.SelectedClass());
-    form.SetPowerText(FormatNumber(state.rfPower));
+    form.SetText(LoadHelpField::Power, FormatNumber(state.rfPower));
     try {
         help.newPlateLoad = PlateLoad(state.peakSwing, help.classFactor, state.rfPower);
     } catch (const ArithmeticFault& fault) {
@@ -83,21 +83,21 @@ void RecalculateLoad(DesignState& state, LoadHelpState& help, LoadHelpForm& form
                             ".");
         return;
     }
-    form.SetNewLoadText(NewLoadText(help.newPlateLoad));
+    form.SetText(LoadHelpField::NewLoad, NewLoadText(help.newPlateLoad));
 }
 
 void ShowLoadHelpEntry(const DesignState& state, LoadHelpForm& form) {
-    form.SetCurrentLoadText(LoadText("Current plate load: ", state.plateR));
-    form.SetNewLoadText(NewLoadText(state.plateR));
-    if (state.peakSwing > 0) form.SetVoltageText(FormatNumber(state.peakSwing));
-    if (state.rfPower > 0) form.SetPowerText(FormatNumber(state.rfPower));
+    form.SetText(LoadHelpField::CurrentLoad, LoadText("Current plate load: ", state.plateR));
+    form.SetText(LoadHelpField::NewLoad, NewLoadText(state.plateR));
+    if (state.peakSwing > 0) form.SetText(LoadHelpField::Voltage, FormatNumber(state.peakSwing));
+    if (state.rfPower > 0) form.SetText(LoadHelpField::Power, FormatNumber(state.rfPower));
 }
 
 void OnClassOptionClicked(DesignState& state, LoadHelpState& help, LoadHelpForm& form,
                           Dialogs& dialogs, ClassOption option) {
     help.classFactor = ClassFactorOf(option);
     RecalculateLoad(state, help, form, dialogs);
-    form.SetNewLoadText(NewLoadText(help.newPlateLoad));
+    form.SetText(LoadHelpField::NewLoad, NewLoadText(help.newPlateLoad));
     form.SetAcceptEnabled(true);
 }
 
@@ -105,7 +105,7 @@ void OnLoadEntryEdited(LoadHelpForm& form) {
     form.SetClassChoiceEnabled(true);
     form.ClearClassSelection();
     form.SetAcceptEnabled(false);
-    form.SetNewLoadText("");
+    form.SetText(LoadHelpField::NewLoad, "");
 }
 
 void AcceptPlateLoad(DesignState& state, LoadHelpState& help, LoadHelpForm& form,

@@ -5,6 +5,7 @@
 
 #include "core/design_state.h"
 #include "platform/dialogs.h"
+#include "platform/field_form.h"
 
 namespace varo {
 
@@ -17,21 +18,33 @@ struct LoadHelpState {
     float newPlateLoad = 0;
 };
 
-// What the plate-load logic needs from its screen. Setting an entry's text here must not count
-// as the user editing it, or the recalculation would clear the class it was run for.
-class LoadHelpForm {
+// The helper screen's entries and the labels its logic writes.
+enum class LoadHelpField { Voltage, Power, CurrentLoad, NewLoad };
+
+// The control name each field carries on the screen.
+constexpr std::string_view ControlName(LoadHelpField field) {
+    switch (field) {
+        case LoadHelpField::Voltage:
+            return "txtVoltage";
+        case LoadHelpField::Power:
+            return "txtPower";
+        case LoadHelpField::CurrentLoad:
+            return "lblCurrentLoad";
+        case LoadHelpField::NewLoad:
+            return "lblLoad";
+    }
+    return {};
+}
+
+// What the plate-load logic needs from its screen beside the fields. Setting an entry's text
+// must not count as the user editing it, or the recalculation would clear the class it was run
+// for.
+class LoadHelpForm : public FieldForm<LoadHelpField> {
   public:
-    virtual ~LoadHelpForm() = default;
-    virtual std::string VoltageText() const = 0;  // txtVoltage
-    virtual void SetVoltageText(std::string_view text) = 0;
-    virtual std::string PowerText() const = 0;  // txtPower
-    virtual void SetPowerText(std::string_view text) = 0;
     virtual ClassOption SelectedClass() const = 0;
     virtual void ClearClassSelection() = 0;
-    virtual void SetCurrentLoadText(std::string_view text) = 0;  // lblCurrentLoad
-    virtual void SetNewLoadText(std::string_view text) = 0;      // lblLoad
-    virtual void SetAcceptEnabled(bool /*enabled*/) {}           // cmdAccept
-    virtual void SetClassChoiceEnabled(bool /*enabled*/) {}      // fraClass and its options
+    virtual void SetAcceptEnabled(bool /*enabled*/) {}       // cmdAccept
+    virtual void SetClassChoiceEnabled(bool /*enabled*/) {}  // fraClass and its options
 };
 
 // K of a class option: 1.3, 1.6, 1.8, and 2.0 for class C or no choice.

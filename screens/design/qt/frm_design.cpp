@@ -4,19 +4,19 @@
 #include <QLineEdit>
 #include <QMetaMethod>
 #include <QPushButton>
+#include <QScopedValueRollback>
 #include <QShowEvent>
+#include <QTimer>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <array>
 #include <cmath>
 
-#include "core/network.h"
 #include "core/numtext.h"
 #include "platform/qt/surface_widget.h"
 #include "screens/design/design_inputs.h"
+#include "screens/design/design_screen.h"
 #include "screens/design/qt/up_down.h"
-#include "screens/design/schematic.h"
-#include "screens/design/small_plot.h"
 #include "session/program_text.h"
 
 namespace varo {
@@ -37,17 +37,10 @@ constexpr float kFirstCaptionY = 900;
 constexpr float kRowStep = 780;
 constexpr float kAcceptHeight = 400;
 
-// Section phases, then component values under the caption panel.
 constexpr float kPhaseHeight = 480;
-constexpr float kValuesHeaderY = 6420;
-constexpr float kValuesFirstRowY = 6660;
-constexpr float kValuesRowStep = 220;
-constexpr float kValuesNameX = 250;
-constexpr float kValuesValueX = 800;
-constexpr float kValuesReactanceX = 1900;
 
 // Generator entry, beside "impedance here:".
-constexpr float kGeneratorEntryLeft = kExplanationX + 1450;
+constexpr float kGeneratorEntryLeft = kNoteX + 1450;
 constexpr float kGeneratorEntryRight = kGeneratorEntryLeft + 900;
 constexpr float kGeneratorEntryHeight = 230;
 
@@ -57,9 +50,6 @@ constexpr float kCommandBottom = 8930;
 constexpr float kCommandLeft = 150;
 constexpr float kCommandRight = 11850;
 constexpr float kCommandGap = 100;
-
-constexpr const char* kSurfaceFont = "Arial";
-constexpr float kSurfacePointSize = 8;
 
 // UpDown3: 0.1 per step, the multiplier being the entry divided by 20, so 200 steps are 1x.
 constexpr int kGeneratorStepsPerUnit = 200;
@@ -93,36 +83,8 @@ int SpinPosition(double value, int maximum) {
     return static_cast<int>(std::lround(std::clamp(value, 1.0, static_cast<double>(maximum))));
 }
 
-struct ComponentRow {
-    const char* name;
-    std::string value;
-    float reactance;
-};
-
-void DrawComponentValues(Surface& surface, const DesignState& state) {
-    surface.SetFont(kSurfaceFont, kSurfacePointSize, true);
-    surface.Text(kValuesNameX, kValuesHeaderY, "Part");
-    surface.Text(kValuesValueX, kValuesHeaderY, "Value");
-    surface.Text(kValuesReactanceX, kValuesHeaderY, "Reactance");
-    surface.SetFont(kSurfaceFont, kSurfacePointSize);
-    const std::array<ComponentRow, 5> rows = {{{"C1", FormatFarad(state.C1), state.xC1},
-                                               {"L1", FormatHenry(state.L1), state.xL1},
-                                               {"C2", FormatFarad(state.C2), state.xC2},
-                                               {"L2", FormatHenry(state.L2), state.xL2},
-                                               {"C3", FormatFarad(state.C3), state.xC3}}};
-    float y = kValuesFirstRowY;
-    for (const ComponentRow& row : rows) {
-        surface.Text(kValuesNameX, y, row.name);
-        surface.Text(kValuesValueX, y, row.value);
-        surface.Text(kValuesReactanceX, y, FormatNumber(row.reactance) + "ohms");
-        y += kValuesRowStep;
-    }
-}
-
-QString PhaseText(const DesignState& state) {
-    const std::string text = "Pi phase: " + FormatNumber(state.piPhase) +
-                             "deg.\nL phase: " + FormatNumber(state.lPhase) + "deg.";
-    return QString::fromStdString(text);
+QString FromText(std::string_view text) {
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
 }  // namespace
@@ -165,10 +127,12 @@ QLabel* FrmDesign::AddLabel(const char* name, const QString& caption, const QRec
     return label;
 }
 
-QLineEdit* FrmDesign::AddEntry(const char* name, const QRectF& at) {
+QLineEdit* FrmDesign::AddEntry(DesignField field, const QString& spokenName, const QRectF& at) {
     auto* entry = new QLineEdit(background_);
-    entry->setObjectName(name);
+    entry->setObjectName(FromText(ControlName(field)));
+    entry->setAccessibleName(spokenName);
     background_->Place(entry, at, 8.25);
+    entries_[field] = entry;
     return entry;
 }
 
@@ -180,9 +144,11 @@ QPushButton* FrmDesign::AddButton(const char* name, const QString& caption, cons
     return button;
 }
 
-UpDown* FrmDesign::AddUpDown(const char* name, const QRectF& at, int minimum, int maximum) {
+UpDown* FrmDesign::AddUpDown(const char* name, const QString& spokenName, const QRectF& at,
+                             int minimum, int maximum) {
     auto* upDown = new UpDown(background_);
     upDown->setObjectName(name);
+    upDown->SetSpokenName(spokenName);
     upDown->setRange(minimum, maximum);
     background_->Place(upDown, at);
     return upDown;
@@ -202,36 +168,43 @@ void FrmDesign::BuildEntryColumn() {
     struct EntryRow {
         const char* label;
         const char* caption;
-        const char* entry;
+        DesignField entry;
         float entryRight;
     };
     const std::array<EntryRow, kEntryRows> rows = {{
-        {"lblFrequency", "Frequency (Hz):", "txtFrequency", kEntryRight},
-        {"lblPlate", "Plate load (ohms):", "txtPlate", kEntryRight},
-        {"lblNominalLoad", "Load impedance:", "txtNominalLoad", kEntryRight},
-        {"lblQ", "Pi-section Q:", "txtQ", kEntryRight},
+        {"lblFrequency", "Frequency (Hz):", DesignField::Frequency, kEntryRight},
+        {"lblPlate", "Plate load (ohms):", DesignField::Plate, kEntryRight},
+        {"lblNominalLoad", "Load impedance:", DesignField::NominalLoad, kEntryRight},
+        {"lblQ", "Pi-section Q:", DesignField::Q, kEntryRight},
         // The intermediate entry shares its row with the spinner that drives its buddy.
-        {"lblIntermediate", "Intermediate impedance:", "txtIntermediate",
+        {"lblIntermediate", "Intermediate impedance:", DesignField::Intermediate,
          kEntryRight - kSpinnerWidth},
     }};
     for (int row = 0; row < kEntryRows; ++row) {
-        AddLabel(rows[row].label, rows[row].caption,
-                 Box(kColumnLeft, CaptionTop(row), kColumnRight, EntryTop(row)));
-        AddEntry(rows[row].entry, EntryBox(row, kColumnLeft, rows[row].entryRight));
+        // A screen reader names each entry by the caption above it.
+        QLabel* caption = AddLabel(rows[row].label, rows[row].caption,
+                                   Box(kColumnLeft, CaptionTop(row), kColumnRight, EntryTop(row)));
+        caption->setBuddy(AddEntry(rows[row].entry, rows[row].caption,
+                                   EntryBox(row, kColumnLeft, rows[row].entryRight)));
     }
     const float plateBelow = EntryTop(kPlateRow) + kEntryHeight;
     AddLabel("lblPlate2", "looking into network",
              Box(kColumnLeft, plateBelow + 10, kColumnRight, plateBelow + 210), 7.5);
 
-    AddAdjustButtons("cmdQminus", "cmdQplus", kQRow);
-    AddAdjustButtons("cmdIntermediateMinus", "cmdIntermediatePlus", kIntermediateRow);
+    AddAdjustButtons("cmdQminus", "cmdQplus", "Pi-section Q", kQRow);
+    AddAdjustButtons("cmdIntermediateMinus", "cmdIntermediatePlus", "Intermediate impedance",
+                     kIntermediateRow);
 
     const QRectF spinner = EntryBox(kIntermediateRow, kEntryRight - kSpinnerWidth, kEntryRight);
-    upDownIntermediate_ = AddUpDown("UpDown1", spinner, 1, kIntermediateSpinMaximum);
-    AddEntry("txtUpDown1", EntryBox(kIntermediateRow, kColumnLeft, kEntryRight))->hide();
+    upDownIntermediate_ =
+        AddUpDown("UpDown1", "Intermediate impedance (ohms)", spinner, 1, kIntermediateSpinMaximum);
+    const QRectF spinnerEntry = EntryBox(kIntermediateRow, kColumnLeft, kEntryRight);
+    AddEntry(DesignField::IntermediateSpinEntry, "Intermediate impedance spinner value",
+             spinnerEntry)
+        ->hide();
     // A second spinner pair the screen carries without a role of its own.
-    AddUpDown("UpDown2", spinner, 0, 100)->hide();
-    AddEntry("txtUpDown2", EntryBox(kIntermediateRow, kColumnLeft, kEntryRight))->hide();
+    AddUpDown("UpDown2", "Spare spinner", spinner, 0, 100)->hide();
+    AddEntry(DesignField::SpareSpinEntry, "Spare spinner value", spinnerEntry)->hide();
 
     const float acceptTop = EntryTop(kIntermediateRow) + kEntryHeight + 300;
     const float acceptBottom = acceptTop + kAcceptHeight;
@@ -243,22 +216,28 @@ void FrmDesign::BuildEntryColumn() {
     phaseLabel_->setAlignment(Qt::AlignLeft | Qt::AlignTop);
 }
 
-void FrmDesign::AddAdjustButtons(const char* minusName, const char* plusName, int row) {
-    AddButton(minusName, "-", EntryBox(row, kMinusLeft, kMinusLeft + kAdjustWidth))
-        ->setToolTip("1 % down");
-    AddButton(plusName, "+", EntryBox(row, kPlusLeft, kAdjustRight))->setToolTip("1 % up");
+void FrmDesign::AddAdjustButtons(const char* minusName, const char* plusName,
+                                 const QString& quantity, int row) {
+    QPushButton* minus =
+        AddButton(minusName, "-", EntryBox(row, kMinusLeft, kMinusLeft + kAdjustWidth));
+    minus->setToolTip("1 % down");
+    minus->setAccessibleName(quantity + " down 1 %");
+    QPushButton* plus = AddButton(plusName, "+", EntryBox(row, kPlusLeft, kAdjustRight));
+    plus->setToolTip("1 % up");
+    plus->setAccessibleName(quantity + " up 1 %");
 }
 
 void FrmDesign::BuildGeneratorEntry() {
     // Centred on the text line, and no taller than the line spacing allows.
     const float top = kGeneratorEntryY - 30;
     const float bottom = top + kGeneratorEntryHeight;
-    AddEntry("txtRinputMult", Box(kGeneratorEntryLeft, top, kGeneratorEntryRight, bottom));
-    upDownGenerator_ = AddUpDown(
-        "UpDown3", Box(kGeneratorEntryRight, top, kGeneratorEntryRight + kSpinnerWidth, bottom), 1,
-        kGeneratorSpinMaximum);
-    AddEntry("txtRinputMultEntry", Box(kGeneratorEntryLeft, top, kGeneratorEntryRight, bottom))
-        ->hide();
+    const QRectF entry = Box(kGeneratorEntryLeft, top, kGeneratorEntryRight, bottom);
+    AddEntry(DesignField::GeneratorOhms, "Generator output impedance (ohms)", entry);
+    upDownGenerator_ =
+        AddUpDown("UpDown3", "Generator output impedance",
+                  Box(kGeneratorEntryRight, top, kGeneratorEntryRight + kSpinnerWidth, bottom), 1,
+                  kGeneratorSpinMaximum);
+    AddEntry(DesignField::GeneratorSpinEntry, "Generator spinner value", entry)->hide();
 }
 
 void FrmDesign::BuildCommandRow() {
@@ -312,53 +291,64 @@ void FrmDesign::SetTabOrder() {
 
 // ---- Routing ------------------------------------------------------------------------------
 
+void FrmDesign::RunAction(const std::function<void()>& action) {
+    if (actionRunning_) return;
+    const QScopedValueRollback<bool> running(actionRunning_, true);
+    action();
+    ShowSpinnerPositions();
+}
+
+void FrmDesign::RunAfterEdit(const std::function<void()>& action) {
+    QTimer::singleShot(0, this, [this, action] { RunAction(action); });
+}
+
 void FrmDesign::ConnectEntries() {
     auto* accept = findChild<QPushButton*>("cmdDesign");
-    for (const char* name :
-         {"txtFrequency", "txtIntermediate", "txtNominalLoad", "txtPlate", "txtQ"}) {
+    for (DesignField field : {DesignField::Frequency, DesignField::Intermediate,
+                              DesignField::NominalLoad, DesignField::Plate, DesignField::Q}) {
         // User typing only: the logic rewrites these fields itself while validating.
-        connect(Entry(name), &QLineEdit::textEdited, this, [this] { OnDesignEntryEdited(*this); });
+        connect(Entry(field), &QLineEdit::textEdited, this, [this] { OnDesignEntryEdited(*this); });
     }
-    for (const char* name : {"txtFrequency", "txtIntermediate", "txtNominalLoad", "txtPlate",
-                             "txtQ", "txtRinputMult"}) {
-        connect(Entry(name), &QLineEdit::returnPressed, accept, &QPushButton::click);
+    for (DesignField field :
+         {DesignField::Frequency, DesignField::Intermediate, DesignField::NominalLoad,
+          DesignField::Plate, DesignField::Q, DesignField::GeneratorOhms}) {
+        connect(Entry(field), &QLineEdit::returnPressed, accept, &QPushButton::click);
     }
-    connect(Entry("txtRinputMult"), &QLineEdit::textEdited, this, [this] {
-        if (OnGeneratorResistanceChanged(state_, *this, dialogs_, reporter_, *this))
-            ShowDesignReadouts();
+    connect(Entry(DesignField::GeneratorOhms), &QLineEdit::textEdited, this, [this] {
+        RunAfterEdit(
+            [this] { OnGeneratorResistanceChanged(state_, *this, dialogs_, reporter_, *this); });
     });
-    connect(Entry("txtUpDown1"), &QLineEdit::textEdited, this, [this] {
-        OnIntermediateSpinTextChanged(state_, *this, dialogs_, reporter_, *this);
-        ShowDesignReadouts();
+    connect(Entry(DesignField::IntermediateSpinEntry), &QLineEdit::textEdited, this, [this] {
+        RunAfterEdit(
+            [this] { OnIntermediateSpinTextChanged(state_, *this, dialogs_, reporter_, *this); });
     });
     connect(upDownIntermediate_, &UpDown::valueChanged, this, [this](int value) {
-        SetFieldText("txtUpDown1", PlainText(static_cast<float>(value)));
-        OnIntermediateSpinTextChanged(state_, *this, dialogs_, reporter_, *this);
-        ShowDesignReadouts();
+        RunAction([this, value] {
+            SetText(DesignField::IntermediateSpinEntry, PlainText(static_cast<float>(value)));
+            OnIntermediateSpinTextChanged(state_, *this, dialogs_, reporter_, *this);
+        });
     });
     connect(upDownGenerator_, &UpDown::valueChanged, this, [this](int position) {
-        OnGeneratorSpinChanged(state_, *this, dialogs_, reporter_, *this, position);
-        ShowDesignReadouts();
+        RunAction([this, position] {
+            OnGeneratorSpinChanged(state_, *this, dialogs_, reporter_, *this, position);
+        });
     });
 }
 
 void FrmDesign::ConnectCommands() {
-    const auto onClick = [this](const char* name, auto action) {
-        connect(findChild<QPushButton*>(name), &QPushButton::clicked, this, action);
+    const auto onClick = [this](const char* name, std::function<void()> action) {
+        connect(findChild<QPushButton*>(name), &QPushButton::clicked, this,
+                [this, action] { RunAction(action); });
     };
-    onClick("cmdDesign", [this] {
-        AcceptDesign(state_, *this, dialogs_, reporter_, *this);
-        ShowDesignReadouts();
-    });
+    onClick("cmdDesign", [this] { AcceptDesign(state_, *this, dialogs_, reporter_, *this); });
     const std::array<std::pair<const char*, Adjustment>, 4> adjusters = {
         {{"cmdQminus", Adjustment::QMinus},
          {"cmdQplus", Adjustment::QPlus},
          {"cmdIntermediateMinus", Adjustment::IntermediateMinus},
          {"cmdIntermediatePlus", Adjustment::IntermediatePlus}}};
     for (const auto& [name, which] : adjusters) {
-        onClick(name, [this, which] {
+        onClick(name, [this, which = which] {
             AdjustDesign(state_, *this, dialogs_, reporter_, *this, which);
-            ShowDesignReadouts();
         });
     }
     onClick("cmdPlot", [this] {
@@ -387,7 +377,7 @@ void FrmDesign::ConnectCommands() {
 }
 
 void FrmDesign::LeaveFor(void (FrmDesign::*request)(), const char* notYetAvailable) {
-    PrepareToLeaveDesign(state_, dialogs_, reporter_);
+    PrepareToLeaveDesign(state_, reporter_);
     if (isSignalConnected(QMetaMethod::fromSignal(request))) {
         emit(this->*request)();
     } else {
@@ -403,67 +393,37 @@ void FrmDesign::showEvent(QShowEvent* event) {
 }
 
 void FrmDesign::LoadScreen() {
-    ShowDesignInputs(state_, *this);
-    AcceptDesign(state_, *this, dialogs_, reporter_, *this);
-    ShowDesignReadouts();
+    RunAction([this] { LoadDesignScreen(state_, *this, reporter_, *this); });
 }
 
-void FrmDesign::ShowDesignReadouts() {
-    phaseLabel_->setText(PhaseText(state_));
+void FrmDesign::ShowSpinnerPositions() {
     upDownIntermediate_->setValue(SpinPosition(state_.intermediateR, kIntermediateSpinMaximum));
-    SetFieldText("txtUpDown1", PlainText(static_cast<float>(upDownIntermediate_->value())));
+    SetText(DesignField::IntermediateSpinEntry,
+            PlainText(static_cast<float>(upDownIntermediate_->value())));
     upDownGenerator_->setValue(SpinPosition(
         static_cast<double>(state_.genMultiplier) * kGeneratorStepsPerUnit, kGeneratorSpinMaximum));
 }
 
 // ---- DesignForm ---------------------------------------------------------------------------
 
-QLineEdit* FrmDesign::Entry(std::string_view control) const {
-    return findChild<QLineEdit*>(QString::fromUtf8(control.data(), control.size()));
+std::string FrmDesign::Text(DesignField field) const {
+    return Entry(field)->text().toStdString();
 }
 
-std::string FrmDesign::FieldText(std::string_view control) const {
-    const QLineEdit* entry = Entry(control);
-    return entry != nullptr ? entry->text().toStdString() : std::string();
+void FrmDesign::SetText(DesignField field, std::string_view text) {
+    Entry(field)->setText(FromText(text));
 }
 
-void FrmDesign::SetFieldText(std::string_view control, std::string_view text) {
-    if (QLineEdit* entry = Entry(control))
-        entry->setText(QString::fromUtf8(text.data(), text.size()));
+void FrmDesign::EnableAccept() {
+    findChild<QPushButton*>("cmdDesign")->setEnabled(true);
 }
 
-void FrmDesign::EnableButton(std::string_view control) {
-    const QString name = QString::fromUtf8(control.data(), control.size());
-    if (auto* button = findChild<QPushButton*>(name)) button->setEnabled(true);
-}
+// ---- DesignView ---------------------------------------------------------------------------
 
-// ---- DesignRedraw -------------------------------------------------------------------------
-
-void FrmDesign::DrawSchematic() {
-    // Every redraw repaints the whole picture, so the list starts afresh instead of growing.
-    Surface& surface = background_->surface();
-    surface.Clear();
-    varo::DrawSchematic(surface, state_);
+void FrmDesign::ShowResults(const DesignResults& results) {
+    DrawDesignScreen(background_->surface(), state_, results);
     background_->update();
-}
-
-void FrmDesign::ShowStresses() {
-    Surface& surface = background_->surface();
-    DrawComponentValues(surface, state_);
-    const StressDisplay display = varo::ShowStresses(state_, reporter_);
-    surface.SetFont(kSurfaceFont, kSurfacePointSize);
-    for (const PlacedText& placed : display.texts) {
-        surface.Text(static_cast<float>(placed.x), static_cast<float>(placed.y), placed.text);
-    }
-    background_->update();
-}
-
-void FrmDesign::DrawSmallPlot() {
-    DesignResults results;
-    results.gridFrequencies = BuildGridFrequencies(state_);
-    results.harmonics = AnalyzeHarmonics(state_, reporter_);
-    varo::DrawSmallPlot(background_->surface(), state_, results);
-    background_->update();
+    phaseLabel_->setText(FromText(PhaseReadout(results)));
 }
 
 }  // namespace varo

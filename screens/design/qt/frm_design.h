@@ -2,6 +2,8 @@
 
 #include <QString>
 #include <QWidget>
+#include <functional>
+#include <map>
 #include <string>
 #include <string_view>
 
@@ -11,6 +13,7 @@
 #include "screens/design/design_actions.h"
 #include "screens/design/design_form.h"
 #include "screens/design/design_reporter.h"
+#include "screens/design/design_results.h"
 
 class QLabel;
 class QLineEdit;
@@ -22,36 +25,30 @@ namespace varo {
 class SurfaceWidget;
 class UpDown;
 
-// The logical size of the design screen's drawing, in twips.
-inline constexpr float kDesignScreenWidth = 12000;
-inline constexpr float kDesignScreenHeight = 9000;
-
 // The design screen: entries, adjust buttons and the actions in the left column and along the
 // bottom, drawn over one surface that holds the schematic, the stresses and the small plot.
 // Every action runs the design logic's fixed sequences; this class only routes and shows.
-class FrmDesign : public QWidget, public DesignForm, public DesignRedraw {
+class FrmDesign : public QWidget, public DesignForm, public DesignView {
     Q_OBJECT
 
   public:
     FrmDesign(DesignState& state, Dialogs& dialogs, DesignSession& session,
               QWidget* parent = nullptr);
 
-    // Fills the entries from the design and runs the first recalculation, so the screen shows
-    // the current design. Runs each time the screen is shown again.
+    // Fills the entries from the design and shows what the screen works out on load. Runs each
+    // time the screen is shown again.
     void LoadScreen();
 
     // The display list behind the controls: schematic, stresses, small plot.
     const Surface& surface() const;
 
     // DesignForm
-    std::string FieldText(std::string_view control) const override;
-    void SetFieldText(std::string_view control, std::string_view text) override;
-    void EnableButton(std::string_view control) override;
+    std::string Text(DesignField field) const override;
+    void SetText(DesignField field, std::string_view text) override;
+    void EnableAccept() override;
 
-    // DesignRedraw
-    void DrawSchematic() override;
-    void ShowStresses() override;
-    void DrawSmallPlot() override;
+    // DesignView
+    void ShowResults(const DesignResults& results) override;
 
   signals:
     void requestPlot();
@@ -67,24 +64,32 @@ class FrmDesign : public QWidget, public DesignForm, public DesignRedraw {
     void BuildEntryColumn();
     void BuildGeneratorEntry();
     void BuildCommandRow();
-    void AddAdjustButtons(const char* minusName, const char* plusName, int row);
+    void AddAdjustButtons(const char* minusName, const char* plusName, const QString& quantity,
+                          int row);
     void ConnectEntries();
     void ConnectCommands();
     void SetTabOrder();
 
     QLabel* AddLabel(const char* name, const QString& caption, const QRectF& at,
                      qreal pointSize = 8.25);
-    QLineEdit* AddEntry(const char* name, const QRectF& at);
+    QLineEdit* AddEntry(DesignField field, const QString& spokenName, const QRectF& at);
     QPushButton* AddButton(const char* name, const QString& caption, const QRectF& at);
-    UpDown* AddUpDown(const char* name, const QRectF& at, int minimum, int maximum);
+    UpDown* AddUpDown(const char* name, const QString& spokenName, const QRectF& at, int minimum,
+                      int maximum);
 
-    // After every action that recalculated: phase labels and spinner positions follow the design.
-    void ShowDesignReadouts();
+    // Runs one action of the screen to its end. An action's message boxes run an event loop of
+    // their own, in which only assistive technology can still reach this (blocked) screen: what
+    // it asks for meanwhile is dropped, as a mouse click on a blocked window would be.
+    void RunAction(const std::function<void()>& action);
+    // The same for an entry's edit: it runs once the entry has finished handling the edit.
+    void RunAfterEdit(const std::function<void()>& action);
+    // Spinner positions follow the design after every action.
+    void ShowSpinnerPositions();
     // Buttons whose screens are not part of this version yet say so, unless the program
     // connected the screen.
     void LeaveFor(void (FrmDesign::*request)(), const char* notYetAvailable);
 
-    QLineEdit* Entry(std::string_view control) const;
+    QLineEdit* Entry(DesignField field) const { return entries_.at(field); }
 
     DesignState& state_;
     Dialogs& dialogs_;
@@ -94,6 +99,8 @@ class FrmDesign : public QWidget, public DesignForm, public DesignRedraw {
     UpDown* upDownIntermediate_ = nullptr;
     UpDown* upDownGenerator_ = nullptr;
     QLabel* phaseLabel_ = nullptr;
+    std::map<DesignField, QLineEdit*> entries_;
+    bool actionRunning_ = false;
 };
 
 }  // namespace varo

@@ -33,6 +33,12 @@ UpDown::UpDown(QWidget* parent)
     connect(down_, &QToolButton::clicked, this, [this] { stepBy(-1); });
 }
 
+void UpDown::SetSpokenName(const QString& name) {
+    setAccessibleName(name);
+    up_->setAccessibleName(name + QStringLiteral(" up"));
+    down_->setAccessibleName(name + QStringLiteral(" down"));
+}
+
 void UpDown::setRange(int minimum, int maximum) {
     minimum_ = minimum;
     maximum_ = std::max(minimum, maximum);

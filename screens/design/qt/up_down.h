@@ -15,6 +15,9 @@ class UpDown : public QWidget {
   public:
     explicit UpDown(QWidget* parent = nullptr);
 
+    // What a screen reader calls the spinner; its arrows are that name with " up" and " down".
+    void SetSpokenName(const QString& name);
+
     void setRange(int minimum, int maximum);
     void setValue(int value);
     int value() const { return value_; }

@@ -5,25 +5,18 @@
 #include "core/design_fixture.h"
 
 #include <filesystem>
-#include <fstream>
-#include <sstream>
 #include <string>
 
-#include "design_fakes.h"
 #include "platform/system.h"
 #include "screens/design/design_reporter.h"
+#include "support/design_fakes.h"
+#include "support/temp_folder.h"
 
 namespace varo {
 namespace {
 
 namespace fs = std::filesystem;
-
-std::string ReadBytes(const fs::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    std::ostringstream bytes;
-    bytes << file.rdbuf();
-    return bytes.str();
-}
+using testing::ReadBytes;
 
 class DesignActionsTest : public ::testing::Test {
   protected:
@@ -32,18 +25,13 @@ class DesignActionsTest : public ::testing::Test {
         test::SetDesign(state, test::kReferenceDesign);
         state.peakSwing = 2500;
         state.rfPower = 1000;
-        form.fields = {{"txtFrequency", "3.9M"},
-                       {"txtPlate", "1500"},
-                       {"txtIntermediate", "300"},
-                       {"txtNominalLoad", "50"},
-                       {"txtQ", "12"}};
-        folder = fs::temp_directory_path() /
-                 ("varo_design_actions_" +
-                  std::string(::testing::UnitTest::GetInstance()->current_test_info()->name()));
-        fs::remove_all(folder);
-        fs::create_directories(folder);
+        for (const auto& [field, text] : {std::pair{DesignField::Frequency, "3.9M"},
+                                          {DesignField::Plate, "1500"},
+                                          {DesignField::Intermediate, "300"},
+                                          {DesignField::NominalLoad, "50"},
+                                          {DesignField::Q, "12"}})
+            form.TextFields<DesignForm>::SetText(field, text);
     }
-    ~DesignActionsTest() override { fs::remove_all(folder); }
 
     const SaveDialogRequest& OnlyDialog() const {
         EXPECT_EQ(dialogs.events().size(), 1u);
@@ -51,11 +39,12 @@ class DesignActionsTest : public ::testing::Test {
     }
 
     DesignState state;
-    MapDesignForm form;
+    test::RecordingDesignForm form;
     ScriptedDialogs dialogs;
     DesignReporter reporter;
     DesignSession session;
-    fs::path folder;
+    testing::TempFolder temp;
+    fs::path folder{temp.str()};
 };
 
 TEST_F(DesignActionsTest, CancelledLTspiceDialogWritesNothing) {
@@ -69,10 +58,10 @@ TEST_F(DesignActionsTest, CancelledLTspiceDialogWritesNothing) {
 }
 
 TEST_F(DesignActionsTest, LTspiceGoesToTheChosenFileFromARecomputedLadder) {
-    const fs::path path = folder / "net.asc";
-    dialogs.AnswerNextSave(path.string());
+    const std::string path = temp.File("net.asc");
+    dialogs.AnswerNextSave(path);
     EXPECT_TRUE(ExportLTspice(state, dialogs, reporter, session));
-    EXPECT_EQ(session.spiceFilePath, path.string());
+    EXPECT_EQ(session.spiceFilePath, path);
     EXPECT_EQ(state.elementCount, 4);  // the full ladder, not what the phases left behind
     EXPECT_EQ(ReadBytes(path).rfind("Version 4\r\nSHEET 1  1000 \r\n", 0), 0u);
     // The LTspice export takes the entries as they were last accepted.
@@ -88,17 +77,17 @@ TEST_F(DesignActionsTest, CancelledQuarnDialogStopsBeforeValidating) {
 }
 
 TEST_F(DesignActionsTest, QuarnValidatesThenWrites) {
-    const fs::path path = folder / "net.KVF";
-    dialogs.AnswerNextSave(path.string());
+    const std::string path = temp.File("net.KVF");
+    dialogs.AnswerNextSave(path);
     EXPECT_TRUE(ExportQuarn(state, form, dialogs, reporter, session));
-    EXPECT_EQ(session.quarnFilePath, path.string());
-    EXPECT_EQ(form.FieldText("txtPlate"), "1.5k");
+    EXPECT_EQ(session.quarnFilePath, path);
+    EXPECT_EQ(form.Text(DesignField::Plate), "1.5k");
     EXPECT_EQ(ReadBytes(path).rfind("Quarn circuit file by VARO\r\nUntitled\r\n", 0), 0u);
 }
 
 TEST_F(DesignActionsTest, ExitWritesTheSessionFile) {
-    form.fields["txtFrequency"] = "7.1M";
-    session.sessionFilePath = (folder / "VARO.CFG").string();
+    form.TextFields<DesignForm>::SetText(DesignField::Frequency, "7.1M");
+    session.sessionFilePath = temp.File("VARO.CFG");
     EXPECT_TRUE(SaveSessionOnExit(state, form, dialogs, reporter, session));
     EXPECT_TRUE(dialogs.events().empty());
     EXPECT_EQ(ReadBytes(session.sessionFilePath), "VARO last-session file\r\n\r\n" +
@@ -116,7 +105,7 @@ TEST_F(DesignActionsTest, ExitWritesTheSessionFile) {
 }
 
 TEST_F(DesignActionsTest, PrintSeesValidatedInputsAndAFullLadder) {
-    form.fields["txtQ"] = "1";
+    form.TextFields<DesignForm>::SetText(DesignField::Q, "1");
     bool printed = false;
     PrintDesign(state, form, dialogs, reporter, [&] {
         printed = true;
@@ -132,7 +121,7 @@ TEST_F(DesignActionsTest, PrintSeesValidatedInputsAndAFullLadder) {
 
 TEST_F(DesignActionsTest, LeavingRestoresTheFullLadderWithoutValidating) {
     state.elementCount = 2;
-    PrepareToLeaveDesign(state, dialogs, reporter);
+    PrepareToLeaveDesign(state, reporter);
     EXPECT_EQ(state.elementCount, 4);
     EXPECT_GT(state.L2, 0.0f);
     EXPECT_TRUE(form.log.empty());

@@ -7,13 +7,15 @@
 #include <string>
 #include <vector>
 
-#include "design_fakes.h"
+#include "core/numtext.h"
 #include "screens/design/design_reporter.h"
+#include "support/design_fakes.h"
 
 namespace varo {
 namespace {
 
-using Texts = std::map<std::string, std::string>;
+using F = DesignField;
+using Texts = std::map<DesignField, std::string>;
 using Messages = std::vector<std::string>;
 
 const std::string kLoadMin =
@@ -33,31 +35,25 @@ const std::string kQMin =
 class DesignInputsTest : public ::testing::Test {
   protected:
     DesignInputsTest() : reporter(dialogs, form) {
-        InitialiseConstants(state);
         state.plateR = 1500;
         state.genMultiplier = 1;
-        Type({{"txtFrequency", "3.9M"},
-              {"txtPlate", "1500"},
-              {"txtIntermediate", "300"},
-              {"txtNominalLoad", "50"},
-              {"txtQ", "12"}});
+        Type({{F::Frequency, "3.9M"},
+              {F::Plate, "1500"},
+              {F::Intermediate, "300"},
+              {F::NominalLoad, "50"},
+              {F::Q, "12"}});
     }
 
     void Type(const Texts& texts) {
-        for (const auto& [control, text] : texts)
-            form.fields[control] = text;
-    }
-
-    bool Recalculate() { return RecalculateDesign(state, form, dialogs, reporter, redraw); }
-    bool Adjust(Adjustment which) {
-        return AdjustDesign(state, form, dialogs, reporter, redraw, which);
+        for (const auto& [field, text] : texts)
+            form.TextFields<DesignForm>::SetText(field, text);
     }
 
     DesignState state;
-    MapDesignForm form;
+    test::RecordingDesignForm form;
     ScriptedDialogs dialogs;
     DesignReporter reporter;
-    RecordingRedraw redraw;
+    test::KeptResults view;
 };
 
 struct ValidationCase {
@@ -80,8 +76,8 @@ TEST_P(ValidateInputsTest, ClampsInOrderAndRewritesFields) {
     ValidateInputs(state, form, dialogs);
 
     EXPECT_EQ(dialogs.messages(), c.messages);
-    for (const auto& [control, text] : c.shown)
-        EXPECT_EQ(form.FieldText(control), text) << control;
+    for (const auto& [field, text] : c.shown)
+        EXPECT_EQ(form.Text(field), text) << ControlName(field);
     const std::array<float, 5> inputs{state.loadR, state.intermediateR, state.plateR,
                                       state.frequency, state.piQ};
     EXPECT_EQ(inputs, c.inputs);
@@ -92,110 +88,118 @@ INSTANTIATE_TEST_SUITE_P(
     ::testing::Values(
         ValidationCase{"ValidEntriesAreOnlyReformatted",
                        1500,
-                       {{"txtQ", " 12.5 "}},
+                       {{F::Q, " 12.5 "}},
                        {},
-                       {{"txtFrequency", " 3.9M "},
-                        {"txtPlate", "1.5k"},
-                        {"txtIntermediate", "300 "},
-                        {"txtNominalLoad", "50 "},
-                        {"txtQ", " 12.5 "}},
+                       {{F::Frequency, " 3.9M "},
+                        {F::Plate, "1.5k"},
+                        {F::Intermediate, "300 "},
+                        {F::NominalLoad, "50 "},
+                        {F::Q, " 12.5 "}},
                        {50, 300, 1500, 3.9e6f, 12.5f}},
         ValidationCase{
             "ZeroLoadThenZeroIntermediate",
             1500,
-            {{"txtNominalLoad", "0"}, {"txtIntermediate", "0"}},
+            {{F::NominalLoad, "0"}, {F::Intermediate, "0"}},
             {kLoadMin, "The intermediate resistance has been changed from zero to0.1ohms"},
-            {{"txtNominalLoad", ".1"}, {"txtIntermediate", " .1"}},
+            {{F::NominalLoad, ".1"}, {F::Intermediate, " .1"}},
             {0.1f, 0.1f, 1500, 3.9e6f, 12}},
-        ValidationCase{"ZeroIntermediateTakesTheLoad",
-                       1500,
-                       {{"txtIntermediate", ""}},
-                       {"The intermediate resistance has been changed from zero to50ohms"},
-                       {{"txtIntermediate", " 50"}},
-                       {50, 50, 1500, 3.9e6f, 12}},
         ValidationCase{"IntermediateBelowLoad",
                        1500,
-                       {{"txtIntermediate", "40"}},
+                       {{F::Intermediate, "40"}},
                        {kUpward},
-                       {{"txtIntermediate", " 50"}},
+                       {{F::Intermediate, " 50"}},
                        {50, 50, 1500, 3.9e6f, 12}},
         // The plate entry is read after this check: the previous plate load limits it.
         ValidationCase{"IntermediateAbovePreviousPlate",
                        2500,
-                       {{"txtIntermediate", "3000"}, {"txtPlate", "3000"}},
+                       {{F::Intermediate, "3000"}, {F::Plate, "3000"}},
                        {kDownward},
-                       {{"txtIntermediate", " 2500"}, {"txtPlate", "3k"}},
+                       {{F::Intermediate, " 2500"}, {F::Plate, "3k"}},
                        {50, 2500, 3000, 3.9e6f, 12}},
-        ValidationCase{"FrequencyBelowMinimum",
-                       1500,
-                       {{"txtFrequency", "5k"}},
-                       {kFrequencyMin},
-                       {{"txtFrequency", "10k"}},
-                       {50, 300, 1500, 10000, 12}},
-        ValidationCase{"QOfOne",
-                       1500,
-                       {{"txtQ", "1"}},
-                       {kQMin},
-                       {{"txtQ", "1.001"}},
-                       {50, 300, 1500, 3.9e6f, 1.001f}},
         ValidationCase{
             "EverythingBlankReportsInEntryOrder",
             1500,
-            {{"txtFrequency", ""},
-             {"txtPlate", ""},
-             {"txtIntermediate", ""},
-             {"txtNominalLoad", ""},
-             {"txtQ", ""}},
+            {{F::Frequency, ""},
+             {F::Plate, ""},
+             {F::Intermediate, ""},
+             {F::NominalLoad, ""},
+             {F::Q, ""}},
             {kLoadMin, "The intermediate resistance has been changed from zero to0.1ohms",
              kPlateMin, kFrequencyMin, kQMin},
-            {{"txtFrequency", "10k"},
-             {"txtPlate", ".1"},
-             {"txtIntermediate", " .1"},
-             {"txtNominalLoad", ".1"},
-             {"txtQ", "1.001"}},
+            {{F::Frequency, "10k"},
+             {F::Plate, ".1"},
+             {F::Intermediate, " .1"},
+             {F::NominalLoad, ".1"},
+             {F::Q, "1.001"}},
             {0.1f, 0.1f, 0.1f, 10000, 1.001f}}),
     [](const auto& info) { return std::string(info.param.name); });
 
-TEST_F(DesignInputsTest, RecalculationRedrawsInOrder) {
-    EXPECT_TRUE(Recalculate());
+// Every action shows exactly one results value, computed from the recalculated design.
+TEST_F(DesignInputsTest, RecalculationShowsOneCompleteResult) {
+    state.rfPower = 1000;
+    state.peakSwing = 2500;
+    EXPECT_TRUE(RecalculateDesign(state, form, dialogs, reporter, view));
     EXPECT_TRUE(dialogs.events().empty());
-    EXPECT_EQ(redraw.calls, (std::vector<std::string>{"schematic", "stresses", "plot"}));
-    EXPECT_GT(state.C1, 0.0f);
-    EXPECT_NE(state.piPhase, 0.0f);
-}
-
-TEST_F(DesignInputsTest, FaultInARedrawIsReportedAndTheRestStillDraws) {
-    redraw.stressesFault = true;
-    EXPECT_FALSE(Recalculate());
-    EXPECT_EQ(dialogs.messages(),
-              Messages{"The network could not be analysed: Division by zero. Please check the "
-                       "entries."});
-    EXPECT_EQ(redraw.calls, (std::vector<std::string>{"schematic", "stresses", "plot"}));
+    ASSERT_EQ(view.shown.size(), 1u);
+    const DesignResults& results = view.shown[0];
+    EXPECT_EQ(results.components, ComponentValues::Of(state));
+    ASSERT_TRUE(results.phases.has_value());
+    EXPECT_EQ(results.phases->piPhase, state.piPhase);
+    EXPECT_EQ(results.harmonics.size(), 5u);
+    EXPECT_EQ(results.harmonics[2].frequency, 3 * 3.9e6f);
+    EXPECT_EQ(results.stresses.texts.front().text, "2.5kVpeak");
+    EXPECT_FALSE(results.gridFrequencies.empty());
+    // The harmonic table's SetupLadder leaves the whole network for the next consumer.
+    EXPECT_EQ(state.elementCount, 4);
 }
 
 TEST_F(DesignInputsTest, RaisedQFromTheEngineReachesTheQEntry) {
-    Type({{"txtQ", "1.5"}});  // too low to match 1500 ohms to 300 ohms
-    EXPECT_FALSE(Recalculate());
+    Type({{F::Q, "1.5"}});  // too low to match 1500 ohms to 300 ohms
+    EXPECT_FALSE(RecalculateDesign(state, form, dialogs, reporter, view));
     EXPECT_EQ(dialogs.messages().size(), 1u);
     EXPECT_EQ(state.piQ, 3.0f);
-    EXPECT_EQ(form.FieldText("txtQ"), " 3");
+    EXPECT_EQ(form.Text(F::Q), " 3");
 }
 
-TEST_F(DesignInputsTest, QMinusStopsAtTheFloorWithoutAMessage) {
-    state.plateR = 100;
-    Type({{"txtPlate", "100"}, {"txtIntermediate", "99"}, {"txtQ", "1.005"}});
-    EXPECT_TRUE(Adjust(Adjustment::QMinus));
-    EXPECT_TRUE(dialogs.events().empty());
-    EXPECT_EQ(state.piQ, 1.001f);
-    EXPECT_EQ(form.FieldText("txtQ"), "1.001 ");
-    EXPECT_EQ(redraw.calls.size(), 3u);
+// Opening the screen does not validate: a session file holding a load of 0 gets its load
+// message only on Accept. The component calculation reports each time it runs: for the
+// harmonic table drawn first and for the one that ends the small plot.
+TEST_F(DesignInputsTest, LoadShowsTheDesignWithoutValidating) {
+    const struct {
+        float loadR;
+        std::size_t componentErrors;
+        std::size_t harmonics;  // a zero load cannot be analysed
+    } cases[] = {{0, 2, 0}, {50, 0, 5}};
+    for (const auto& c : cases) {
+        DesignState opened;
+        opened.frequency = 3.9e6f;
+        opened.plateR = 1500;
+        opened.intermediateR = 300;
+        opened.loadR = c.loadR;
+        opened.piQ = 12;
+        opened.genMultiplier = 1;
+        dialogs.clear();
+        view.shown.clear();
+        LoadDesignScreen(opened, form, reporter, view);
+        EXPECT_EQ(dialogs.messages().size(), c.componentErrors) << c.loadR;
+        for (const std::string& message : dialogs.messages())
+            EXPECT_EQ(message.rfind("We have a ComponentCalculations error.", 0), 0u);
+        EXPECT_EQ(form.Text(F::NominalLoad), FormatNumber(c.loadR));
+        EXPECT_EQ(form.Text(F::GeneratorOhms), "1.5k");
+        EXPECT_EQ(opened.loadR, c.loadR);
+        ASSERT_EQ(view.shown.size(), 1u);
+        EXPECT_EQ(view.shown[0].harmonics.size(), c.harmonics);
+    }
+    // The first view of a good design is complete, curves included.
+    EXPECT_TRUE(view.shown[0].phases.has_value());
 }
 
 struct AdjustCase {
     const char* name;
     Adjustment which;
     Texts typed;
-    std::string control, shown;
+    DesignField field;
+    std::string shown;
     Messages messages;
     float value;
 };
@@ -205,71 +209,82 @@ class AdjustDesignTest : public DesignInputsTest,
 
 TEST_P(AdjustDesignTest, StepsOnePercentAndRevalidates) {
     const AdjustCase& c = GetParam();
+    state.plateR = 100;
+    Type({{F::Plate, "100"}, {F::Intermediate, "99"}, {F::NominalLoad, "50"}});
     Type(c.typed);
-    Adjust(c.which);
+    AdjustDesign(state, form, dialogs, reporter, view, c.which);
     EXPECT_EQ(dialogs.messages(), c.messages);
-    EXPECT_EQ(form.FieldText(c.control), c.shown);
-    const bool isQ = c.control == "txtQ";
-    EXPECT_FLOAT_EQ(isQ ? state.piQ : state.intermediateR, c.value);
-    EXPECT_EQ(redraw.calls.size(), 3u);
+    EXPECT_EQ(form.Text(c.field), c.shown);
+    EXPECT_FLOAT_EQ(c.field == F::Q ? state.piQ : state.intermediateR, c.value);
+    EXPECT_EQ(view.shown.size(), 1u);
 }
 
 INSTANTIATE_TEST_SUITE_P(
     Steps, AdjustDesignTest,
     ::testing::Values(
-        AdjustCase{"QPlus", Adjustment::QPlus, {}, "txtQ", "12.12 ", {}, 12.12f},
+        AdjustCase{"QPlus", Adjustment::QPlus, {}, F::Q, "12.12 ", {}, 12.12f},
+        // 1.005 / 1.01 is below the floor: the floor, without a message.
+        AdjustCase{"QMinusStopsAtTheFloor",
+                   Adjustment::QMinus,
+                   {{F::Q, "1.005"}},
+                   F::Q,
+                   "1.001 ",
+                   {},
+                   1.001f},
+        AdjustCase{"IntermediatePlus",
+                   Adjustment::IntermediatePlus,
+                   {{F::Intermediate, "60"}},
+                   F::Intermediate,
+                   "60.6 ",
+                   {},
+                   60.6f},
         // The second validation lifts a step below the load straight back, and says so.
         AdjustCase{"IntermediateMinusCannotPassTheLoad",
                    Adjustment::IntermediateMinus,
-                   {{"txtIntermediate", "50"}},
-                   "txtIntermediate",
+                   {{F::Intermediate, "50"}},
+                   F::Intermediate,
                    " 50",
                    {kUpward},
                    50}),
     [](const auto& info) { return std::string(info.param.name); });
 
-TEST_F(DesignInputsTest, SmallGeneratorResistanceIsIgnored) {
-    form.fields["txtRinputMult"] = "0.0005";
-    EXPECT_FALSE(OnGeneratorResistanceChanged(state, form, dialogs, reporter, redraw));
+TEST_F(DesignInputsTest, GeneratorResistanceOfAtLeastOneMilliohmRecalculates) {
+    Type({{F::GeneratorOhms, "0.0005"}});
+    EXPECT_FALSE(OnGeneratorResistanceChanged(state, form, dialogs, reporter, view));
     EXPECT_EQ(state.genMultiplier, 1.0f);
-    EXPECT_TRUE(redraw.calls.empty());
+    EXPECT_TRUE(view.shown.empty());
 
-    form.fields["txtRinputMult"] = "1m";
-    EXPECT_TRUE(OnGeneratorResistanceChanged(state, form, dialogs, reporter, redraw));
+    Type({{F::GeneratorOhms, "1m"}});
+    EXPECT_TRUE(OnGeneratorResistanceChanged(state, form, dialogs, reporter, view));
     EXPECT_EQ(state.genMultiplier, static_cast<float>(0.001f / 1500.0));
-    EXPECT_EQ(redraw.calls.size(), 3u);
+    EXPECT_EQ(view.shown.size(), 1u);
 }
 
 TEST_F(DesignInputsTest, GeneratorSpinSetsEntryMultiplierAndResistance) {
-    EXPECT_TRUE(OnGeneratorSpinChanged(state, form, dialogs, reporter, redraw, 20));
-    EXPECT_EQ(form.FieldText("txtRinputMultEntry"), "2");
+    EXPECT_TRUE(OnGeneratorSpinChanged(state, form, dialogs, reporter, view, 20));
+    EXPECT_EQ(form.Text(F::GeneratorSpinEntry), "2");
     EXPECT_EQ(state.genMultiplier, 0.1f);
-    EXPECT_EQ(form.FieldText("txtRinputMult"), "150 ");
-    EXPECT_EQ(redraw.calls.size(), 3u);
-
-    OnGeneratorSpinChanged(state, form, dialogs, reporter, redraw, 3);
-    EXPECT_EQ(form.FieldText("txtRinputMultEntry"), "0.3");
+    EXPECT_EQ(form.Text(F::GeneratorOhms), "150 ");
+    OnGeneratorSpinChanged(state, form, dialogs, reporter, view, 3);
     EXPECT_FLOAT_EQ(state.genMultiplier, 0.015f);  // 0.3 single over 20, rounded once more
 }
 
 TEST_F(DesignInputsTest, IntermediateSpinTextBecomesTheIntermediateEntry) {
-    form.fields["txtUpDown1"] = "400";
-    OnIntermediateSpinTextChanged(state, form, dialogs, reporter, redraw);
+    Type({{F::IntermediateSpinEntry, "400"}});
+    OnIntermediateSpinTextChanged(state, form, dialogs, reporter, view);
     EXPECT_EQ(state.intermediateR, 400.0f);
-    EXPECT_EQ(form.FieldText("txtIntermediate"), "400 ");
-    EXPECT_EQ(redraw.calls.size(), 3u);
+    EXPECT_EQ(form.Text(F::Intermediate), "400 ");
 }
 
 TEST_F(DesignInputsTest, EditingOnlyOffersAccept) {
     OnDesignEntryEdited(form);
-    EXPECT_EQ(form.enabled, std::vector<std::string>{"cmdDesign"});
+    EXPECT_EQ(form.acceptOffers, 1);
     EXPECT_TRUE(form.log.empty());
 }
 
-TEST_F(DesignInputsTest, AcceptShowsTheGeneratorResistance) {
+TEST_F(DesignInputsTest, AcceptShowsTheGeneratorResistanceLast) {
     state.genMultiplier = 2;
-    EXPECT_TRUE(AcceptDesign(state, form, dialogs, reporter, redraw));
-    EXPECT_EQ(form.FieldText("txtRinputMult"), "3k");
+    EXPECT_TRUE(AcceptDesign(state, form, dialogs, reporter, view));
     EXPECT_EQ(form.log.back(), "txtRinputMult=3k");
 }
 

@@ -9,7 +9,7 @@
 
 #include "core/design_fixture.h"
 #include "core/numtext.h"
-#include "core/recording_reporter.h"
+#include "support/recording_reporter.h"
 
 namespace varo {
 namespace {

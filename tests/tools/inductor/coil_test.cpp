@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <map>
 #include <string>
 #include <vector>
 
@@ -12,19 +11,14 @@
 namespace varo {
 namespace {
 
-class FakeCoilForm : public CoilForm {
+class FakeCoilForm : public TextFields<CoilForm> {
   public:
-    std::string EntryText(CoilEntry entry) const override {
-        const auto found = texts.find(entry);
-        return found == texts.end() ? std::string() : found->second;
+    void SetText(CoilField field, std::string_view text) override {
+        TextFields<CoilForm>::SetText(field, text);
+        if (field == CoilField::WireDiameterResult) ++wireDiameterCleared;
     }
-    void SetEntryText(CoilEntry entry, std::string_view text) override {
-        texts[entry] = std::string(text);
-    }
-    void ClearWireDiameterResult() override { ++wireDiameterCleared; }
     void FocusGaugeEntry() override { ++gaugeFocused; }
 
-    std::map<CoilEntry, std::string> texts;
     int wireDiameterCleared = 0;
     int gaugeFocused = 0;
 };
@@ -37,8 +31,8 @@ class CoilTest : public ::testing::Test {
     }
 
     // What the screen does when the user types into an entry.
-    void Type(CoilEntry entry, const std::string& text) {
-        form.texts[entry] = text;
+    void Type(CoilField entry, const std::string& text) {
+        form.SetText(entry, text);
         OnWindingEntryChanged(state, entry, text);
     }
 
@@ -54,9 +48,9 @@ const std::string kTwoEntries =
     "   Number of turns";
 
 TEST_F(CoilTest, WorkedExampleTenMicrohenries) {
-    Type(CoilEntry::Diameter, "2");
-    Type(CoilEntry::Length, "4");
-    Type(CoilEntry::Gauge, "14");
+    Type(CoilField::Diameter, "2");
+    Type(CoilField::Length, "4");
+    Type(CoilField::Gauge, "14");
 
     ASSERT_TRUE(Compute());
     EXPECT_TRUE(dialogs.events().empty());
@@ -73,14 +67,14 @@ TEST_F(CoilTest, WorkedExampleTenMicrohenries) {
     EXPECT_FALSE(state.fillMarkedRed);
     EXPECT_EQ(form.gaugeFocused, 0);
     // The solved turns are shown by the screen afterwards, not written here.
-    EXPECT_EQ(form.EntryText(CoilEntry::Turns), "");
+    EXPECT_EQ(form.Text(CoilField::Turns), "");
 }
 
 struct SolveCase {
     const char* name;
     std::int16_t unitSystem;
     std::string diameter, length, turns;
-    CoilEntry shownEntry;  // the entry the solved measure is written into
+    CoilField shownEntry;  // the entry the solved measure is written into
     std::string shownText;
     float diameterInches, lengthInches, turnsValue;
     float tolerance;
@@ -91,13 +85,13 @@ class CoilSolveTest : public CoilTest, public ::testing::WithParamInterface<Solv
 TEST_P(CoilSolveTest, SolvesTheMissingMeasure) {
     const SolveCase& c = GetParam();
     state.unitSystem = c.unitSystem;
-    Type(CoilEntry::Diameter, c.diameter);
-    Type(CoilEntry::Length, c.length);
-    Type(CoilEntry::Turns, c.turns);
+    Type(CoilField::Diameter, c.diameter);
+    Type(CoilField::Length, c.length);
+    Type(CoilField::Turns, c.turns);
 
     ASSERT_TRUE(Compute());
     EXPECT_TRUE(dialogs.events().empty());
-    EXPECT_EQ(form.EntryText(c.shownEntry), c.shownText);
+    EXPECT_EQ(form.Text(c.shownEntry), c.shownText);
     EXPECT_NEAR(state.coilDiameter, c.diameterInches, c.tolerance);
     EXPECT_NEAR(state.coilLength, c.lengthInches, c.tolerance);
     EXPECT_NEAR(state.coilTurns, c.turnsValue, c.tolerance);
@@ -106,57 +100,57 @@ TEST_P(CoilSolveTest, SolvesTheMissingMeasure) {
 INSTANTIATE_TEST_SUITE_P(
     Wheeler, CoilSolveTest,
     ::testing::Values(
-        SolveCase{"LengthFromDiameterAndTurns", kInches, "2", "", "22", CoilEntry::Length, "3.94 ",
+        SolveCase{"LengthFromDiameterAndTurns", kInches, "2", "", "22", CoilField::Length, "3.94 ",
                   2.0f, 3.94f, 22.0f, 1e-5f},
-        SolveCase{"DiameterFromLengthAndTurns", kInches, "", "4", "22", CoilEntry::Diameter,
+        SolveCase{"DiameterFromLengthAndTurns", kInches, "", "4", "22", CoilField::Diameter,
                   "2.0136 ", 2.0136f, 4.0f, 22.0f, 1e-5f},
         // All three given: the typed turns are replaced; the turns entry keeps its text.
-        SolveCase{"TurnsRecomputedWhenAllGiven", kInches, "2", "4", "5", CoilEntry::Turns, "5",
+        SolveCase{"TurnsRecomputedWhenAllGiven", kInches, "2", "4", "5", CoilField::Turns, "5",
                   2.0f, 4.0f, 22.136f, 1e-3f},
         // Shown in centimetres, and the shown text is what the calculation goes on with.
         SolveCase{"DiameterShownInCentimetres", kCentimetres, "", "10.16", "22",
-                  CoilEntry::Diameter, "5.1146 ", 5.1146f / 2.54f, 4.0f, 22.0f, 1e-5f},
-        SolveCase{"LengthShownInCentimetres", kCentimetres, "5.08", "", "22", CoilEntry::Length,
+                  CoilField::Diameter, "5.1146 ", 5.1146f / 2.54f, 4.0f, 22.0f, 1e-5f},
+        SolveCase{"LengthShownInCentimetres", kCentimetres, "5.08", "", "22", CoilField::Length,
                   "10.008 ", 2.0f, 10.008f / 2.54f, 22.0f, 1e-5f}),
     [](const auto& info) { return std::string(info.param.name); });
 
 TEST_F(CoilTest, FewerThanTwoMeasuresAsksForTwo) {
     for (const char* diameter : {"", "2"}) {
         dialogs.clear();
-        Type(CoilEntry::Diameter, diameter);
+        Type(CoilField::Diameter, diameter);
         EXPECT_FALSE(Compute()) << diameter;
         EXPECT_EQ(dialogs.messages(), std::vector<std::string>{kTwoEntries});
         EXPECT_EQ(state.turnsPerInch, 0.0f);
     }
-    Type(CoilEntry::Diameter, "");
-    Type(CoilEntry::Turns, "12");
+    Type(CoilField::Diameter, "");
+    Type(CoilField::Turns, "12");
     dialogs.clear();
     EXPECT_FALSE(Compute());
     EXPECT_EQ(dialogs.messages(), std::vector<std::string>{kTwoEntries});
 }
 
 TEST_F(CoilTest, NegativeLengthIsShownThenReported) {
-    Type(CoilEntry::Diameter, "1");
-    Type(CoilEntry::Turns, "2");
+    Type(CoilField::Diameter, "1");
+    Type(CoilField::Turns, "2");
 
     EXPECT_FALSE(Compute());
     EXPECT_EQ(dialogs.messages(),
               std::vector<std::string>{
                   "For that diameter and turn specification,\r\nthe length is negative."});
-    EXPECT_EQ(form.EntryText(CoilEntry::Length), "-0.44 ");
+    EXPECT_EQ(form.Text(CoilField::Length), "-0.44 ");
     EXPECT_NEAR(state.coilLength, -0.44f, 1e-6);
     EXPECT_EQ(state.turnsPerInch, 0.0f);  // nothing after the stop
 }
 
 TEST_F(CoilTest, TurnLimitAcceptsExactlyOneThousand) {
-    Type(CoilEntry::Length, "100");
-    Type(CoilEntry::Turns, "1000");
+    Type(CoilField::Length, "100");
+    Type(CoilField::Turns, "1000");
     EXPECT_TRUE(Compute());
     EXPECT_TRUE(dialogs.messages().empty());
     EXPECT_EQ(state.turnsPerInch, 10.0f);
 
-    Type(CoilEntry::Diameter, "");  // else the solved diameter would recompute the turns
-    Type(CoilEntry::Turns, "1000.5");
+    Type(CoilField::Diameter, "");  // else the solved diameter would recompute the turns
+    Type(CoilField::Turns, "1000.5");
     EXPECT_FALSE(Compute());
     EXPECT_EQ(dialogs.messages(),
               std::vector<std::string>{
@@ -164,14 +158,14 @@ TEST_F(CoilTest, TurnLimitAcceptsExactlyOneThousand) {
 }
 
 TEST_F(CoilTest, NoGaugeClearsTheWireResults) {
-    Type(CoilEntry::Diameter, "2");
-    Type(CoilEntry::Length, "4");
-    Type(CoilEntry::Gauge, "14");
+    Type(CoilField::Diameter, "2");
+    Type(CoilField::Length, "4");
+    Type(CoilField::Gauge, "14");
     ASSERT_TRUE(Compute());
     ASSERT_GT(state.wireResistance, 0.0f);
 
     for (const char* gauge : {"", "  ", "-100"}) {
-        Type(CoilEntry::Gauge, gauge);
+        Type(CoilField::Gauge, gauge);
         ASSERT_TRUE(Compute()) << gauge;
         EXPECT_EQ(state.actualGauge, kNoGauge) << gauge;
         EXPECT_EQ(state.wireDiameter, 0.0f) << gauge;
@@ -197,9 +191,9 @@ float GaugeForDiameter(float diameter) {
 
 TEST_F(CoilTest, FullPitchIsMarkedRed) {
     // 16 turns on 4 in is 4 turns per inch; a 0.25 in wire fills exactly 100 %.
-    Type(CoilEntry::Length, "4");
-    Type(CoilEntry::Turns, "16");
-    form.texts[CoilEntry::Gauge] = "2.3";
+    Type(CoilField::Length, "4");
+    Type(CoilField::Turns, "16");
+    form.SetText(CoilField::Gauge, "2.3");
     state.actualGauge = GaugeForDiameter(0.25f);
 
     ASSERT_TRUE(Compute());
@@ -216,8 +210,8 @@ TEST_F(CoilTest, FullPitchIsMarkedRed) {
 
 TEST_F(CoilTest, ArithmeticFaultIsReportedNotThrown) {
     state.targetInductance = 0;  // no turns at all: the pitch is a division by zero
-    Type(CoilEntry::Diameter, "2");
-    Type(CoilEntry::Length, "4");
+    Type(CoilField::Diameter, "2");
+    Type(CoilField::Length, "4");
     EXPECT_FALSE(Compute());
     EXPECT_EQ(dialogs.messages(),
               std::vector<std::string>{"The winding could not be computed: Division by zero. "
@@ -227,9 +221,9 @@ TEST_F(CoilTest, ArithmeticFaultIsReportedNotThrown) {
 TEST_F(CoilTest, ClearForgetsWindingAndResultsButKeepsTheUnit) {
     state.unitSystem = kCentimetres;
     state.inductorChoice = 2;
-    Type(CoilEntry::Diameter, "5");
-    Type(CoilEntry::Length, "10");
-    Type(CoilEntry::Gauge, "14");
+    Type(CoilField::Diameter, "5");
+    Type(CoilField::Length, "10");
+    Type(CoilField::Gauge, "14");
     ASSERT_TRUE(Compute());
 
     ClearCoil(state);
