@@ -9,8 +9,8 @@
 
 #include "core/design_fixture.h"
 #include "core/numtext.h"
-#include "support/recording_reporter.h"
 #include "screens/plot/large_plot.h"
+#include "support/recording_reporter.h"
 
 namespace varo {
 namespace {
