@@ -7,6 +7,7 @@
 #include "core/design_state.h"
 #include "core/network.h"
 #include "core/reporter.h"
+#include "core/tank_losses.h"
 
 namespace varo {
 
@@ -39,6 +40,7 @@ struct DesignResults {
     StressDisplay stresses;               // no texts when they could not be worked out
     std::vector<HarmonicRow> harmonics;   // fundamental and harmonics 2 to 5
     std::vector<float> gridFrequencies;   // log-axis grid lines between the sweep limits
+    std::optional<TankLosses> losses;     // the tank with real coil and capacitor Q, when known
 };
 
 // RecalculateDesign after ValidateInputs: components, ladder, sweep, section phases, then what
