@@ -2,6 +2,7 @@
 
 #include "export/ltspice.h"
 #include "export/quarn.h"
+#include "export/spice_netlist.h"
 #include "screens/design/design_inputs.h"
 #include "session/last_session.h"
 
@@ -14,6 +15,15 @@ bool ExportLTspice(DesignState& state, Dialogs& dialogs, Reporter& reporter,
     if (!chosen) return false;
     session.spiceFilePath = *chosen;
     return WriteLTspiceSchematic(state, session.spiceFilePath, dialogs);
+}
+
+bool ExportSpiceNetlist(DesignState& state, Dialogs& dialogs, Reporter& reporter,
+                        DesignSession& session) {
+    RecomputeNetwork(state, reporter);
+    const auto chosen = dialogs.AskSaveFileName(SpiceNetlistSaveRequest());
+    if (!chosen) return false;
+    session.netlistFilePath = *chosen;
+    return WriteSpiceNetlist(state, session.netlistFilePath, dialogs);
 }
 
 bool ExportQuarn(DesignState& state, DesignForm& form, Dialogs& dialogs, Reporter& reporter,

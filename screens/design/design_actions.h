@@ -15,6 +15,7 @@ struct DesignSession {
     std::string spiceDefaultName;  // the name the LTspice dialog proposes from
     std::string quarnFilePath;     // last Quarn file chosen
     std::string spiceFilePath;     // last LTspice file chosen
+    std::string netlistFilePath;   // last SPICE netlist chosen
     std::string sessionFilePath;   // the last-session file, found at start-up
 };
 
@@ -22,6 +23,11 @@ struct DesignSession {
 // stops the export quietly. Returns true when a file was written.
 bool ExportLTspice(DesignState& state, Dialogs& dialogs, Reporter& reporter,
                    DesignSession& session);
+
+// "Write SPICE": recomputes, asks for a .cir file (overwrite prompt) and writes the netlist. A
+// cancelled dialog stops the export quietly. Returns true when a file was written.
+bool ExportSpiceNetlist(DesignState& state, Dialogs& dialogs, Reporter& reporter,
+                        DesignSession& session);
 
 // `cmdQuarn`: asks for the file name first, then validates, recomputes and writes the circuit
 // file. A cancelled dialog stops the export quietly. Returns true when a file was written.

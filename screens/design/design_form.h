@@ -1,8 +1,10 @@
 #pragma once
 
 #include <array>
+#include <optional>
 #include <string_view>
 
+#include "core/tank_losses.h"
 #include "platform/field_form.h"
 
 namespace varo {
@@ -68,6 +70,8 @@ class DesignView {
   public:
     virtual ~DesignView() = default;
     virtual void ShowResults(const DesignResults& /*results*/) {}
+    // The coil and capacitor Q the view shows the tank's losses with; none for no losses.
+    virtual std::optional<TankQ> LossQ() const { return std::nullopt; }
 };
 
 }  // namespace varo

@@ -136,6 +136,7 @@ bool RecalculateDesign(DesignState& state, DesignForm& form, Dialogs& dialogs, R
     ValidateInputs(state, form, dialogs);
     DesignResults results;
     const bool succeeded = CalculateDesign(state, reporter, results);
+    if (const auto q = view.LossQ()) results.losses = TankLossesOf(state, *q);
     view.ShowResults(results);
     return succeeded;
 }
@@ -147,7 +148,9 @@ void LoadDesignScreen(DesignState& state, DesignForm& form, Reporter& reporter, 
     } catch (const ArithmeticFault&) {
         // A multiplier out of range leaves the entry as it was until Accept reports on it.
     }
-    view.ShowResults(LoadDesignResults(state, reporter));
+    DesignResults results = LoadDesignResults(state, reporter);
+    if (const auto q = view.LossQ()) results.losses = TankLossesOf(state, *q);
+    view.ShowResults(results);
 }
 
 bool AdjustDesign(DesignState& state, DesignForm& form, Dialogs& dialogs, Reporter& reporter,

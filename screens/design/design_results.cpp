@@ -96,6 +96,14 @@ bool CalculateDesign(DesignState& state, Reporter& reporter, DesignResults& resu
     return succeeded && swept;
 }
 
+std::optional<TankLosses> TankLossesOf(const DesignState& state, TankQ q) {
+    try {
+        return AnalyzeTankLosses(state, q);
+    } catch (const ArithmeticFault&) {
+        return std::nullopt;
+    }
+}
+
 DesignResults LoadDesignResults(DesignState& state, Reporter& reporter) {
     DesignResults results;
     AnalyzeHarmonics(state, reporter);

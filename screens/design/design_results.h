@@ -67,6 +67,10 @@ std::vector<HarmonicRow> AnalyzeHarmonics(DesignState& state, Reporter& reporter
 // BuildLogGrid, then its entries as a list; empty when the grid cannot be built.
 std::vector<float> BuildGridFrequencies(DesignState& state);
 
+// The tank's losses with the given Q at the components the state holds; nothing when the
+// network cannot be analysed so (a zero load, a Q of 0, a fault on the way).
+std::optional<TankLosses> TankLossesOf(const DesignState& state, TankQ q);
+
 // Runs `step`; an arithmetic fault in it is reported instead of escaping. False after a fault.
 bool RunGuarded(Reporter& reporter, const std::function<void()>& step);
 

@@ -20,11 +20,13 @@ constexpr float kHarmonicNameX = 8700;
 constexpr float kHarmonicFrequencyX = 9100;
 constexpr float kHarmonicTransmissionX = 9900;
 constexpr float kHarmonicImpedanceX = 10800;
+// Rows stand 160 apart: a font whose lines are no taller keeps them from touching.
+constexpr float kHarmonicTablePointSize = 6.75f;
 
 void DrawHarmonicHeaders(Surface& surface) {
     surface.Text(8800, kHarmonicHeaderY, "Frequency:");
     surface.Text(10000, kHarmonicHeaderY, "Trans.:");
-    surface.Text(10900, kHarmonicHeaderY, "Zin:");
+    surface.Text(10900, kHarmonicHeaderY, "Zin (ohms):");
 }
 
 void PrintHarmonicRow(Surface& surface, int harmonic, float frequency, const LadderResult& result) {
@@ -67,7 +69,7 @@ void DrawSmallPlot(Surface& surface, const DesignState& state, const DesignResul
 }
 
 void DrawHarmonicTable(Surface& surface, const DesignState& state, const DesignResults& results) {
-    surface.SetFont(kSmallPlotFrame.labels.font, kSmallPlotFrame.labels.pointSize);
+    surface.SetFont(kSmallPlotFrame.labels.font, kHarmonicTablePointSize);
     DrawHarmonicHeaders(surface);
     const auto scale = SmallPlotScale::From(state);
     for (const HarmonicRow& row : results.harmonics) {

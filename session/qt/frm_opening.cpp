@@ -2,6 +2,7 @@
 
 #include <QFontMetricsF>
 #include <QGuiApplication>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
 #include <QScreen>
@@ -134,8 +135,20 @@ void FrmOpening::PlaceControls(QSizeF screenTwips) {
         addButton("cmdEnter", QStringLiteral("Start"), QRectF(7500, 6500, 1500, 330));
     QPushButton* leave =
         addButton("cmdExit", QStringLiteral("Exit"), QRectF(7500, 7000, 1500, 330));
+    enter->setDefault(true);
     connect(enter, &QPushButton::clicked, this, &FrmOpening::startRequested);
     connect(leave, &QPushButton::clicked, this, &FrmOpening::exitRequested);
+}
+
+void FrmOpening::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        // A button that has the keyboard focus is the one Enter means.
+        auto* focused = qobject_cast<QPushButton*>(focusWidget());
+        (focused != nullptr ? focused : findChild<QPushButton*>(QStringLiteral("cmdEnter")))
+            ->click();
+        return;
+    }
+    SurfaceWidget::keyPressEvent(event);
 }
 
 }  // namespace varo

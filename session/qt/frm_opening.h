@@ -8,6 +8,7 @@
 #include "platform/system.h"
 #include "session/last_session.h"
 
+class QKeyEvent;
 class QScreen;
 
 namespace varo {
@@ -41,6 +42,10 @@ class FrmOpening : public SurfaceWidget {
   signals:
     void startRequested();  // cmdEnter
     void exitRequested();   // cmdExit
+
+  protected:
+    // Enter and Return press the focused button, or else Start, the default button.
+    void keyPressEvent(QKeyEvent* event) override;
 
   private:
     void SizeWindow();

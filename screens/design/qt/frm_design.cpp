@@ -5,6 +5,8 @@
 #include <QMetaMethod>
 #include <QPushButton>
 #include <QScopedValueRollback>
+#include <QScreen>
+#include <QSettings>
 #include <QShowEvent>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -13,6 +15,7 @@
 #include <cmath>
 
 #include "core/numtext.h"
+#include "export/report/printing.h"
 #include "platform/qt/surface_widget.h"
 #include "screens/design/design_inputs.h"
 #include "screens/design/design_screen.h"
@@ -44,12 +47,27 @@ constexpr float kGeneratorEntryLeft = kNoteX + 1450;
 constexpr float kGeneratorEntryRight = kGeneratorEntryLeft + 900;
 constexpr float kGeneratorEntryHeight = 230;
 
+// The tank-loss Q entries, under the loss figures of the left column.
+constexpr float kLossEntryHeight = 250;
+
 // The command row along the bottom edge.
 constexpr float kCommandTop = 8600;
 constexpr float kCommandBottom = 8930;
 constexpr float kCommandLeft = 150;
 constexpr float kCommandRight = 11850;
 constexpr float kCommandGap = 100;
+
+constexpr QSize kPreferredSize(1200, 900);
+constexpr QSize kMinimumSize(600, 450);
+// Title bar and borders the desktop adds around the window.
+constexpr QSize kWindowFrameAllowance(16, 48);
+
+// The Q values are the user's, not the design's: kept in the desktop's settings, apart from the
+// last-session file.
+constexpr const char* kSettingsOwner = "VARO";
+constexpr const char* kSettingsProgram = "VARO";
+constexpr const char* kCoilQKey = "tankLosses/coilQ";
+constexpr const char* kCapacitorQKey = "tankLosses/capacitorQ";
 
 // UpDown3: 0.1 per step, the multiplier being the entry divided by 20, so 200 steps are 1x.
 constexpr int kGeneratorStepsPerUnit = 200;
@@ -83,6 +101,12 @@ int SpinPosition(double value, int maximum) {
     return static_cast<int>(std::lround(std::clamp(value, 1.0, static_cast<double>(maximum))));
 }
 
+// The report's own recalculation: what could go wrong there has just been reported.
+class SilentReporter final : public Reporter {
+  public:
+    void ShowMessage(std::string_view, std::string_view, MessageIcon) override {}
+};
+
 QString FromText(std::string_view text) {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
@@ -100,6 +124,7 @@ FrmDesign::FrmDesign(DesignState& state, Dialogs& dialogs, DesignSession& sessio
                    QString::fromUtf8(versionText.data(), versionText.size()) +
                    QStringLiteral(" - Design screen"));
     background_ = new SurfaceWidget(kDesignScreenWidth, kDesignScreenHeight, this);
+    background_->SetFit(SurfaceFit::KeepAspect);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(background_);
@@ -107,8 +132,8 @@ FrmDesign::FrmDesign(DesignState& state, Dialogs& dialogs, DesignSession& sessio
     ConnectEntries();
     ConnectCommands();
     SetTabOrder();
-    setMinimumSize(600, 450);
-    resize(1200, 900);
+    setMinimumSize(kMinimumSize);
+    FitToScreen();
 }
 
 const Surface& FrmDesign::surface() const {
@@ -162,6 +187,82 @@ void FrmDesign::BuildControls() {
     BuildEntryColumn();
     BuildGeneratorEntry();
     BuildCommandRow();
+    BuildLossEntries();
+    SetToolTips();
+}
+
+void FrmDesign::BuildLossEntries() {
+    const QSettings settings(kSettingsOwner, kSettingsProgram);
+    lossQ_.coil = settings.value(kCoilQKey, lossQ_.coil).toDouble();
+    lossQ_.capacitor = settings.value(kCapacitorQKey, lossQ_.capacitor).toDouble();
+    if (!(lossQ_.coil > 0)) lossQ_.coil = TankQ{}.coil;
+    if (!(lossQ_.capacitor > 0)) lossQ_.capacitor = TankQ{}.capacitor;
+    const float bottom = kLossEntriesY + kLossEntryHeight;
+    const auto addQEntry = [&](const char* labelName, const char* caption, const char* entryName,
+                               float left, float entryLeft, double value) {
+        QLabel* label = AddLabel(labelName, caption, Box(left, kLossEntriesY, entryLeft, bottom));
+        auto* entry = new QLineEdit(FromText(PlainText(value)).trimmed(), background_);
+        entry->setObjectName(entryName);
+        entry->setAccessibleName(caption);
+        background_->Place(entry, Box(entryLeft, kLossEntriesY, entryLeft + 550, bottom), 8.25);
+        label->setBuddy(entry);
+        return entry;
+    };
+    coilQEntry_ = addQEntry("lblCoilQ", "Coil Q:", "txtCoilQ", 250, 800, lossQ_.coil);
+    capacitorQEntry_ =
+        addQEntry("lblCapacitorQ", "Capacitor Q:", "txtCapacitorQ", 1500, 2300, lossQ_.capacitor);
+    connect(coilQEntry_, &QLineEdit::editingFinished, this,
+            [this] { OnLossQEdited(coilQEntry_, &TankQ::coil, kCoilQKey); });
+    connect(capacitorQEntry_, &QLineEdit::editingFinished, this,
+            [this] { OnLossQEdited(capacitorQEntry_, &TankQ::capacitor, kCapacitorQKey); });
+}
+
+void FrmDesign::SetToolTips() {
+    struct Tip {
+        const char* name;
+        const char* text;
+    };
+    const std::array<Tip, 23> tips = {{
+        {"txtFrequency", "Operating frequency; k and M suffixes allowed"},
+        {"txtPlate", "Plate load resistance the network must present to the tube"},
+        {"txtNominalLoad", "Load resistance, usually the antenna feed line"},
+        {"txtQ", "Loaded Q of the pi section"},
+        {"txtIntermediate", "Resistance between the pi and the L section"},
+        {"UpDown1", "Step the intermediate resistance by 1 ohm"},
+        {"txtRinputMult", "Generator output impedance used for the response plot"},
+        {"UpDown3", "Step the generator output impedance"},
+        {"cmdQminus", "Lower the pi-section Q by 1 %"},
+        {"cmdQplus", "Raise the pi-section Q by 1 %"},
+        {"cmdIntermediateMinus", "Lower the intermediate resistance by 1 %"},
+        {"cmdIntermediatePlus", "Raise the intermediate resistance by 1 %"},
+        {"cmdDesign", "Take in the entries and recalculate the design"},
+        {"cmdPlot", "Show the response on the large plot"},
+        {"cmdInductor", "Design the winding of L1 or L2"},
+        {"cmdLoadHelp", "Work out the plate load; enter RF power and peak swing"},
+        {"cmdPrint", "Print the design report"},
+        {"cmdQuarn", "Write the design as a Quarn circuit file"},
+        {"cmdSpice", "Write the design as an LTspice schematic"},
+        {"cmdSpiceNetlist", "Write the design as a SPICE netlist (.cir)"},
+        {"cmdHelp", "About VARO"},
+        {"cmdExit", "Save the inputs for the next run and quit"},
+        {"txtCoilQ", "Unloaded Q of the coils, for the tank losses"},
+    }};
+    for (const Tip& tip : tips)
+        findChild<QWidget*>(tip.name)->setToolTip(tip.text);
+    capacitorQEntry_->setToolTip("Unloaded Q of the capacitors, for the tank losses");
+}
+
+void FrmDesign::FitToScreen() {
+    // The whole screen in view where it opens, at its own shape: never more than the layout's
+    // size, and smaller on a screen (or scale factor) that leaves less room.
+    const QScreen* where = screen();
+    QSize size = kPreferredSize;
+    if (where != nullptr) {
+        const QSize room = where->availableGeometry().size() - kWindowFrameAllowance;
+        if (room.width() < size.width() || room.height() < size.height())
+            size.scale(room, Qt::KeepAspectRatio);
+    }
+    resize(size.expandedTo(minimumSize()));
 }
 
 void FrmDesign::BuildEntryColumn() {
@@ -208,7 +309,7 @@ void FrmDesign::BuildEntryColumn() {
 
     const float acceptTop = EntryTop(kIntermediateRow) + kEntryHeight + 300;
     const float acceptBottom = acceptTop + kAcceptHeight;
-    AddButton("cmdDesign", "Accept", Box(kColumnLeft, acceptTop, kAdjustRight, acceptBottom))
+    AddButton("cmdDesign", "&Accept", Box(kColumnLeft, acceptTop, kAdjustRight, acceptBottom))
         ->setDefault(true);
     phaseLabel_ = AddLabel(
         "lblPhase", "",
@@ -245,13 +346,16 @@ void FrmDesign::BuildCommandRow() {
         const char* name;
         const char* caption;
     };
-    const std::array<Command, 7> commands = {{{"cmdPlot", "See large plot"},
-                                              {"cmdInductor", "Inductor design"},
-                                              {"cmdLoadHelp", "Plate load help"},
-                                              {"cmdPrint", "Print"},
-                                              {"cmdQuarn", "Write Quarn"},
-                                              {"cmdSpice", "Write LTspice"},
-                                              {"cmdExit", "Exit"}}};
+    // Each caption with its keyboard mnemonic (Alt and the underlined letter).
+    const std::array<Command, 9> commands = {{{"cmdPlot", "See large &plot"},
+                                              {"cmdInductor", "&Inductor design"},
+                                              {"cmdLoadHelp", "Plate &load help"},
+                                              {"cmdPrint", "P&rint"},
+                                              {"cmdQuarn", "Write &Quarn"},
+                                              {"cmdSpice", "Write LT&spice"},
+                                              {"cmdSpiceNetlist", "Write SPI&CE"},
+                                              {"cmdHelp", "&Help"},
+                                              {"cmdExit", "E&xit"}}};
     const float width =
         (kCommandRight - kCommandLeft - kCommandGap * (commands.size() - 1)) / commands.size();
     float left = kCommandLeft;
@@ -263,13 +367,14 @@ void FrmDesign::BuildCommandRow() {
 }
 
 void FrmDesign::SetTabOrder() {
-    const std::array<const char*, 17> order = {"txtFrequency",
+    const std::array<const char*, 22> order = {"txtFrequency",
                                                "txtPlate",
                                                "txtNominalLoad",
                                                "txtQ",
                                                "cmdQminus",
                                                "cmdQplus",
                                                "txtIntermediate",
+                                               "UpDown1",
                                                "cmdIntermediateMinus",
                                                "cmdIntermediatePlus",
                                                "cmdDesign",
@@ -279,7 +384,11 @@ void FrmDesign::SetTabOrder() {
                                                "cmdLoadHelp",
                                                "cmdPrint",
                                                "cmdQuarn",
-                                               "cmdSpice"};
+                                               "cmdSpice",
+                                               "cmdSpiceNetlist",
+                                               "txtCoilQ",
+                                               "txtCapacitorQ",
+                                               "cmdHelp"};
     QWidget* previous = nullptr;
     for (const char* name : order) {
         auto* widget = findChild<QWidget*>(name);
@@ -307,7 +416,10 @@ void FrmDesign::ConnectEntries() {
     for (DesignField field : {DesignField::Frequency, DesignField::Intermediate,
                               DesignField::NominalLoad, DesignField::Plate, DesignField::Q}) {
         // User typing only: the logic rewrites these fields itself while validating.
-        connect(Entry(field), &QLineEdit::textEdited, this, [this] { OnDesignEntryEdited(*this); });
+        connect(Entry(field), &QLineEdit::textEdited, this, [this, field] {
+            MarkEdited(Entry(field));
+            OnDesignEntryEdited(*this);
+        });
     }
     for (DesignField field :
          {DesignField::Frequency, DesignField::Intermediate, DesignField::NominalLoad,
@@ -340,6 +452,13 @@ void FrmDesign::ConnectCommands() {
         connect(findChild<QPushButton*>(name), &QPushButton::clicked, this,
                 [this, action] { RunAction(action); });
     };
+    // Actions that validate take the typed entries in, as Accept does.
+    const auto onValidatingClick = [this, onClick](const char* name, std::function<void()> action) {
+        onClick(name, [this, action] {
+            action();
+            SetPending(false);
+        });
+    };
     onClick("cmdDesign", [this] { AcceptDesign(state_, *this, dialogs_, reporter_, *this); });
     const std::array<std::pair<const char*, Adjustment>, 4> adjusters = {
         {{"cmdQminus", Adjustment::QMinus},
@@ -363,13 +482,15 @@ void FrmDesign::ConnectCommands() {
         LeaveFor(&FrmDesign::requestLoadHelp,
                  "The plate-load helper is not yet available in this version.");
     });
-    onClick("cmdPrint", [this] {
-        PrintDesign(state_, *this, dialogs_, reporter_, [this] {
-            dialogs_.ShowMessage("Printing is not yet available in this version.");
-        });
+    onValidatingClick("cmdPrint", [this] {
+        PrintDesign(state_, *this, dialogs_, reporter_, [this] { PrintReport(); });
     });
-    onClick("cmdQuarn", [this] { ExportQuarn(state_, *this, dialogs_, reporter_, session_); });
+    onValidatingClick("cmdQuarn",
+                      [this] { ExportQuarn(state_, *this, dialogs_, reporter_, session_); });
     onClick("cmdSpice", [this] { ExportLTspice(state_, dialogs_, reporter_, session_); });
+    onClick("cmdSpiceNetlist",
+            [this] { ExportSpiceNetlist(state_, dialogs_, reporter_, session_); });
+    onClick("cmdHelp", [this] { ShowAbout(); });
     onClick("cmdExit", [this] {
         SaveSessionOnExit(state_, *this, dialogs_, reporter_, session_);
         emit requestExit();
@@ -383,6 +504,56 @@ void FrmDesign::LeaveFor(void (FrmDesign::*request)(), const char* notYetAvailab
     } else {
         dialogs_.ShowMessage(notYetAvailable);
     }
+}
+
+void FrmDesign::PrintReport() {
+    // The report shows the design as validated just now, sweep and harmonics included; a fault
+    // on the way has been reported by the recomputation before.
+    SilentReporter silent;
+    DesignResults results;
+    CalculateDesign(state_, silent, results);
+    results.losses = TankLossesOf(state_, lossQ_);
+    ShowResults(results);
+    PrintDesignReport(state_, results, dialogs_);
+}
+
+void FrmDesign::ShowAbout() {
+    dialogs_.ShowMessage(
+        "VARO " + std::string(versionText) +
+            "\n\nDesigns the pi-L output network of a vacuum-tube transmitter: the component "
+            "values and their reactances, the voltage and current each part must stand, the "
+            "tank's losses, and the response over the band and at the harmonics. Designs can be "
+            "printed and written for circuit simulators.\n\nLicence: MIT",
+        "About VARO", MessageIcon::Information);
+}
+
+void FrmDesign::SetPending(bool pending) {
+    pending_ = pending;
+    auto* accept = findChild<QPushButton*>("cmdDesign");
+    QFont font = accept->font();
+    font.setBold(pending);
+    accept->setFont(font);
+    accept->setAccessibleDescription(pending ? "Edited entries are not yet in use" : "");
+    if (pending) return;
+    for (const auto& [field, entry] : entries_)
+        entry->setStyleSheet({});
+}
+
+void FrmDesign::MarkEdited(QLineEdit* entry) {
+    entry->setStyleSheet(QStringLiteral("QLineEdit { background: #fff2b3; }"));
+    SetPending(true);
+}
+
+void FrmDesign::OnLossQEdited(QLineEdit* entry, double TankQ::*which, const char* settingsKey) {
+    std::string text = entry->text().toStdString();
+    const double value = ParseEngNumber(text);
+    if (value > 0 && std::isfinite(value)) {
+        lossQ_.*which = value;
+        QSettings(kSettingsOwner, kSettingsProgram).setValue(settingsKey, value);
+    }
+    entry->setText(FromText(PlainText(lossQ_.*which)).trimmed());
+    results_.losses = TankLossesOf(state_, lossQ_);
+    ShowResults(results_);
 }
 
 void FrmDesign::showEvent(QShowEvent* event) {
@@ -421,6 +592,8 @@ void FrmDesign::EnableAccept() {
 // ---- DesignView ---------------------------------------------------------------------------
 
 void FrmDesign::ShowResults(const DesignResults& results) {
+    results_ = results;
+    SetPending(false);
     DrawDesignScreen(background_->surface(), state_, results);
     background_->update();
     phaseLabel_->setText(FromText(PhaseReadout(results)));

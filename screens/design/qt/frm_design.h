@@ -4,6 +4,7 @@
 #include <QWidget>
 #include <functional>
 #include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -49,6 +50,10 @@ class FrmDesign : public QWidget, public DesignForm, public DesignView {
 
     // DesignView
     void ShowResults(const DesignResults& results) override;
+    std::optional<TankQ> LossQ() const override { return lossQ_; }
+
+    // Edited design entries not yet taken into the design.
+    bool HasPendingEdits() const { return pending_; }
 
   signals:
     void requestPlot();
@@ -64,6 +69,9 @@ class FrmDesign : public QWidget, public DesignForm, public DesignView {
     void BuildEntryColumn();
     void BuildGeneratorEntry();
     void BuildCommandRow();
+    void BuildLossEntries();
+    void SetToolTips();
+    void FitToScreen();
     void AddAdjustButtons(const char* minusName, const char* plusName, const QString& quantity,
                           int row);
     void ConnectEntries();
@@ -88,6 +96,14 @@ class FrmDesign : public QWidget, public DesignForm, public DesignView {
     // Buttons whose screens are not part of this version yet say so, unless the program
     // connected the screen.
     void LeaveFor(void (FrmDesign::*request)(), const char* notYetAvailable);
+    // Typed entries are marked, and Accept emphasised, until an action takes them in.
+    void SetPending(bool pending);
+    void MarkEdited(QLineEdit* entry);
+    // A Q entry was left: a value above 0 is kept (also for the next run) and the losses are
+    // worked out again; anything else puts the entry back.
+    void OnLossQEdited(QLineEdit* entry, double TankQ::*which, const char* settingsKey);
+    void PrintReport();
+    void ShowAbout();
 
     QLineEdit* Entry(DesignField field) const { return entries_.at(field); }
 
@@ -100,7 +116,12 @@ class FrmDesign : public QWidget, public DesignForm, public DesignView {
     UpDown* upDownGenerator_ = nullptr;
     QLabel* phaseLabel_ = nullptr;
     std::map<DesignField, QLineEdit*> entries_;
+    QLineEdit* coilQEntry_ = nullptr;
+    QLineEdit* capacitorQEntry_ = nullptr;
+    TankQ lossQ_;
+    DesignResults results_;
     bool actionRunning_ = false;
+    bool pending_ = false;
 };
 
 }  // namespace varo

@@ -2,7 +2,9 @@
 
 #include <QWidget>
 
+class QKeyEvent;
 class QToolButton;
+class QWheelEvent;
 
 namespace varo {
 
@@ -30,12 +32,18 @@ class UpDown : public QWidget {
   signals:
     void valueChanged(int value);
 
+  protected:
+    // Up and Down step by one, Page Up and Page Down by ten; the wheel steps a notch at a time.
+    void keyPressEvent(QKeyEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+
   private:
     QToolButton* up_;
     QToolButton* down_;
     int minimum_ = 0;
     int maximum_ = 100;
     int value_ = 0;
+    int wheelAngle_ = 0;  // eighths of a degree not yet stepped
 };
 
 }  // namespace varo

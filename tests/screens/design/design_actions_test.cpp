@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <string>
 
+#include "export/spice_netlist.h"
 #include "platform/system.h"
 #include "screens/design/design_reporter.h"
 #include "support/design_fakes.h"
@@ -65,6 +66,19 @@ TEST_F(DesignActionsTest, LTspiceGoesToTheChosenFileFromARecomputedLadder) {
     EXPECT_EQ(state.elementCount, 4);  // the full ladder, not what the phases left behind
     EXPECT_EQ(ReadBytes(path).rfind("Version 4\r\nSHEET 1  1000 \r\n", 0), 0u);
     // The LTspice export takes the entries as they were last accepted.
+    EXPECT_TRUE(form.log.empty());
+}
+
+TEST_F(DesignActionsTest, SpiceNetlistAsksForACirFileAndWritesFromAFullLadder) {
+    EXPECT_FALSE(ExportSpiceNetlist(state, dialogs, reporter, session));
+    EXPECT_EQ(OnlyDialog(), SpiceNetlistSaveRequest());
+    EXPECT_TRUE(fs::is_empty(folder));
+    const std::string path = temp.File("net.cir");
+    dialogs.AnswerNextSave(path);
+    EXPECT_TRUE(ExportSpiceNetlist(state, dialogs, reporter, session));
+    EXPECT_EQ(session.netlistFilePath, path);
+    EXPECT_EQ(state.elementCount, 4);
+    EXPECT_EQ(ReadBytes(path), SpiceNetlistText(state));
     EXPECT_TRUE(form.log.empty());
 }
 

@@ -5,6 +5,7 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QImage>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
 #include <QSet>
@@ -160,7 +161,8 @@ TEST(FrmOpening, StartAndExitAreSignalledAndExitWritesNothing) {
     int exited = 0;
     QObject::connect(&screen, &FrmOpening::startRequested, [&] { ++started; });
     QObject::connect(&screen, &FrmOpening::exitRequested, [&] { ++exited; });
-    Find<QPushButton>(screen, "cmdEnter")->click();
+    QKeyEvent enterKey(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
+    QCoreApplication::sendEvent(&screen, &enterKey);  // Enter presses Start
     EXPECT_EQ(started, 1);
     EXPECT_EQ(exited, 0);
     Find<QPushButton>(screen, "cmdExit")->click();
