@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstring>
 
 #include "core/numtext.h"
 #include "export/report/printing.h"
@@ -55,7 +56,8 @@ constexpr float kCommandTop = 8600;
 constexpr float kCommandBottom = 8930;
 constexpr float kCommandLeft = 150;
 constexpr float kCommandRight = 11850;
-constexpr float kCommandGap = 100;
+constexpr float kCommandGap = 60;
+constexpr float kCommandPadLetters = 3;  // room beside a caption, in letters
 
 constexpr QSize kPreferredSize(1200, 900);
 constexpr QSize kMinimumSize(600, 450);
@@ -210,7 +212,7 @@ void FrmDesign::BuildLossEntries() {
     };
     coilQEntry_ = addQEntry("lblCoilQ", "Coil Q:", "txtCoilQ", 250, 800, lossQ_.coil);
     capacitorQEntry_ =
-        addQEntry("lblCapacitorQ", "Capacitor Q:", "txtCapacitorQ", 1500, 2300, lossQ_.capacitor);
+        addQEntry("lblCapacitorQ", "Capacitor Q:", "txtCapacitorQ", 1450, 2500, lossQ_.capacitor);
     connect(coilQEntry_, &QLineEdit::editingFinished, this,
             [this] { OnLossQEdited(coilQEntry_, &TankQ::coil, kCoilQKey); });
     connect(capacitorQEntry_, &QLineEdit::editingFinished, this,
@@ -356,10 +358,16 @@ void FrmDesign::BuildCommandRow() {
                                               {"cmdSpiceNetlist", "Write SPI&CE"},
                                               {"cmdHelp", "&Help"},
                                               {"cmdExit", "E&xit"}}};
-    const float width =
-        (kCommandRight - kCommandLeft - kCommandGap * (commands.size() - 1)) / commands.size();
+    // Each button as wide as its caption asks, sharing the row's width.
+    float letters = 0;
+    for (const Command& command : commands)
+        letters += static_cast<float>(std::strlen(command.caption)) + kCommandPadLetters;
+    const float perLetter =
+        (kCommandRight - kCommandLeft - kCommandGap * (commands.size() - 1)) / letters;
     float left = kCommandLeft;
     for (const Command& command : commands) {
+        const float width =
+            (static_cast<float>(std::strlen(command.caption)) + kCommandPadLetters) * perLetter;
         AddButton(command.name, command.caption,
                   QRectF(QPointF(left, kCommandTop), QPointF(left + width, kCommandBottom)));
         left += width + kCommandGap;
