@@ -26,7 +26,10 @@ constexpr float kHarmonicTablePointSize = 6.75f;
 void DrawHarmonicHeaders(Surface& surface) {
     surface.Text(8800, kHarmonicHeaderY, "Frequency:");
     surface.Text(10000, kHarmonicHeaderY, "Trans.:");
-    surface.Text(10900, kHarmonicHeaderY, "Zin (ohms):");
+    surface.Text(10900, kHarmonicHeaderY, "Zin:");
+    // The column's unit, set apart from the header itself.
+    const float unitX = 10900 + surface.MeasureText("Zin: ").width;
+    surface.Text(unitX, kHarmonicHeaderY, "(ohms)");
 }
 
 void PrintHarmonicRow(Surface& surface, int harmonic, float frequency, const LadderResult& result) {

@@ -116,7 +116,7 @@ TEST_F(SmallPlotTest, FirstThreeHarmonicsGetBlueRingsWithWhiteCentres) {
 TEST_F(SmallPlotTest, HarmonicTablePrintsHeadersAndFiveRows) {
     Draw();
     for (const auto& [x, text] : std::vector<std::pair<float, std::string>>{
-             {8800, "Frequency:"}, {10000, "Trans.:"}, {10900, "Zin (ohms):"}}) {
+             {8800, "Frequency:"}, {10000, "Trans.:"}, {10900, "Zin:"}}) {
         const DrawOp* header = TextAt(surface, x, 4470);
         ASSERT_NE(header, nullptr) << text;
         EXPECT_EQ(header->text, text);
