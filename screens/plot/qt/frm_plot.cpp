@@ -74,6 +74,7 @@ constexpr float kColumnRight = 1550;
 constexpr float kColumnMiddle = (kColumnLeft + kColumnRight) / 2;
 constexpr float kHalfGap = 25;
 constexpr float kButtonHeight = 350;
+constexpr qreal kSmallCaption = 7;
 
 QRectF FullRow(float top) {
     return Box(kColumnLeft, top, kColumnRight, top + kButtonHeight);
@@ -132,7 +133,8 @@ QLabel* FrmPlot::AddLabel(const char* name, const QString& caption, const QRectF
 }
 
 QPushButton* FrmPlot::AddButton(const char* name, const QString& caption, const QRectF& at,
-                                const QString& description, const QKeySequence& shortcut) {
+                                const QString& description, const QKeySequence& shortcut,
+                                qreal pointSize) {
     auto* button = new QPushButton(caption, background_);
     button->setObjectName(name);
     button->setAutoDefault(false);
@@ -144,7 +146,7 @@ QPushButton* FrmPlot::AddButton(const char* name, const QString& caption, const 
         button->setShortcut(shortcut);
         button->setToolTip(description + " (" + shortcut.toString(QKeySequence::NativeText) + ")");
     }
-    background_->Place(button, at, 8.25);
+    background_->Place(button, at, pointSize);
     return button;
 }
 
@@ -163,11 +165,13 @@ void FrmPlot::BuildControls() {
     AddButton("cmdLLup", "LL+1%", RightHalf(1900), "L2 up", QKeySequence("Alt+Up"));
     AddButton("cmdSave", "Save", LeftHalf(2400), "Save overlay files", QKeySequence::Save);
     AddButton("cmdGet", "Get", RightHalf(2400), "Get overlay files", QKeySequence("Ctrl+G"));
+    // The export captions are the column's longest: set a little smaller so they fit.
     AddButton("cmdExportPlot", "Export &plot...", FullRow(2900), "Export the plot as PNG or SVG",
-              {});
-    AddButton("cmdExportCsv", "Export &CSV...", FullRow(3300), "Export the sweep as CSV", {});
+              {}, kSmallCaption);
+    AddButton("cmdExportCsv", "Export &CSV...", FullRow(3300), "Export the sweep as CSV", {},
+              kSmallCaption);
     AddButton("cmdExportTouchstone", "Export &Touchstone...", FullRow(3700),
-              "Export Touchstone S-parameters", {});
+              "Export Touchstone S-parameters", {}, kSmallCaption);
 
     AddLabel("lblTransmission", "Transmission", Box(kColumnLeft, 4250, kColumnRight, 4500))
         ->setStyleSheet(ColourStyle(kTransmissionCurve));

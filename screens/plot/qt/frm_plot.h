@@ -37,7 +37,8 @@ class FrmPlot : public QWidget {
   private:
     void BuildControls();
     QPushButton* AddButton(const char* name, const QString& caption, const QRectF& at,
-                           const QString& description, const QKeySequence& shortcut);
+                           const QString& description, const QKeySequence& shortcut,
+                           qreal pointSize = 8.25);
     QLabel* AddLabel(const char* name, const QString& caption, const QRectF& at,
                      qreal pointSize = 8.25);
     void OnClick(const char* name, std::function<void()> action);
