@@ -3,6 +3,7 @@
 
 #include "app/navigator.h"
 #include "platform/qt/qt_dialogs.h"
+#include "screens/plot/qt/frm_plot.h"
 #include "session/qt/session_location.h"
 
 // The desktop program: the navigator runs the screens; the session file's place is settled once.
@@ -14,6 +15,9 @@ int main(int argc, char** argv) {
         dialogs, [&dialogs](QWidget* window) { dialogs.SetParent(window); },
         varo::StartupSessionFilePath());
     QObject::connect(&navigator, &varo::Navigator::finished, &application, &QCoreApplication::quit);
+    navigator.Register(varo::Destination::Plot, [](const varo::ScreenContext& context) {
+        return new varo::FrmPlot(context.state, context.dialogs, context.returnToDesign);
+    });
     navigator.Start();
     return application.exec();
 }

@@ -9,6 +9,7 @@
 #include "core/numtext.h"
 #include "platform/qt/replay.h"
 #include "screens/plot/large_plot.h"
+#include "screens/plot/screen/large_plot_screen.h"
 #include "session/last_session.h"
 
 namespace varo {
@@ -38,34 +39,27 @@ struct SweptDesign {
         if (!ComponentCalculations(*state, reporter)) return;
         SetupLadder(*state);
         ok = SweepRoutine(*state, reporter) && reporter.messages == 0;
-        BuildLogGrid(*state);
-        grid.assign(state->gridFrequencies.begin(),
-                    state->gridFrequencies.begin() + state->gridLastIndex + 1);
     }
     std::unique_ptr<DesignState> state = std::make_unique<DesignState>();
     CountingReporter reporter;
-    std::vector<float> grid;
     bool ok = false;
 };
 
-// The default design's large plot: the chart and the first three harmonics' markers, on a
+// The default design's large plot: chart, curves and the readout table with its rings, on a
 // surface that measures its text as the screen's will.
 struct LargePlot {
     LargePlot() {
         EnsureApplication();
         surface.SetTextMeasure(&QtTextMeasure());
+        results = ComputeLargePlot(*design.state, design.reporter);
     }
     // A nudge button clears the screen and redraws it, so the list keeps its storage.
     void Redraw() {
-        const DesignState& state = *design.state;
         surface.Clear();
-        DrawLargePlotChart(surface, state, design.grid);
-        for (int n = 1; n <= 3; ++n) {
-            const float frequency = static_cast<float>(n) * state.frequency;
-            MarkLargePlotHarmonic(surface, state, frequency, -10.0f * static_cast<float>(n));
-        }
+        DrawLargePlot(surface, *design.state, results, 16200);
     }
     SweptDesign design;
+    LargePlotResults results;
     Surface surface{12000, 9000};
 };
 
@@ -91,6 +85,38 @@ void BM_LargePlotReplay(benchmark::State& run) {
     run.counters["ops"] = static_cast<double>(plot.surface.ops().size());
 }
 BENCHMARK(BM_LargePlotReplay)->Unit(benchmark::kMillisecond);
+
+// One press of "CL+1%" (then "CL-1%", so the design stays put): ladder, sweep, readout
+// analyses and the whole display list rebuilt.
+void BM_LargePlotNudgePress(benchmark::State& run) {
+    LargePlot plot;
+    if (!plot.design.ok) run.SkipWithError("the default design did not compute");
+    bool up = true;
+    for (auto _ : run) {
+        NudgeComponent(*plot.design.state, up ? Nudge::CapacitorUp : Nudge::CapacitorDown,
+                       plot.design.reporter);
+        plot.results = ComputeLargePlot(*plot.design.state, plot.design.reporter);
+        plot.Redraw();
+        up = !up;
+        benchmark::DoNotOptimize(plot.surface.ops().data());
+    }
+    if (plot.design.reporter.messages != 0) run.SkipWithError("a nudge reported a fault");
+}
+BENCHMARK(BM_LargePlotNudgePress)->Unit(benchmark::kMillisecond);
+
+// The cursor readout for one mouse position, with both saved curves drawn.
+void BM_LargePlotCursorReadout(benchmark::State& run) {
+    LargePlot plot;
+    const SweepCopy& sweep = plot.results.sweep;
+    for (auto& overlay : plot.results.overlays)
+        overlay = OverlayCurve{sweep.frequency, sweep.transmission};
+    float x = 2000;
+    for (auto _ : run) {
+        benchmark::DoNotOptimize(CursorReadoutText(plot.results, x).data());
+        x = x >= 11000 ? 2000 : x + 7;
+    }
+}
+BENCHMARK(BM_LargePlotCursorReadout)->Unit(benchmark::kMicrosecond);
 
 }  // namespace
 }  // namespace varo

@@ -58,6 +58,10 @@ bool RecomputeNetwork(DesignState& state, Reporter& reporter) {
 
 std::vector<HarmonicRow> AnalyzeHarmonics(DesignState& state, Reporter& reporter) {
     RecomputeNetwork(state, reporter);
+    return AnalyzeHarmonicsAsLaidOut(state);
+}
+
+std::vector<HarmonicRow> AnalyzeHarmonicsAsLaidOut(DesignState& state) {
     std::vector<HarmonicRow> rows;
     LadderResult result;
     Quietly([&] {

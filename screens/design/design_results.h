@@ -63,6 +63,8 @@ bool RecomputeNetwork(DesignState& state, Reporter& reporter);
 // n = 1 to 5, each frequency left in analysisFrequency. A network that cannot be analysed ends
 // the list at the fault (the sweep has already told the user).
 std::vector<HarmonicRow> AnalyzeHarmonics(DesignState& state, Reporter& reporter);
+// The same rows from the ladder as it stands, so that hand-changed parts are kept.
+std::vector<HarmonicRow> AnalyzeHarmonicsAsLaidOut(DesignState& state);
 
 // BuildLogGrid, then its entries as a list; empty when the grid cannot be built.
 std::vector<float> BuildGridFrequencies(DesignState& state);

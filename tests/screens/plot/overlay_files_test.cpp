@@ -8,7 +8,6 @@
 
 #include "platform/dialogs.h"
 #include "platform/file_size_limit.h"
-#include "support/decimal_comma_locale.h"
 #include "support/temp_folder.h"
 #include "support/time_limit.h"
 
@@ -48,19 +47,6 @@ TEST(WriteOverlayFiles, WritesOneLinePerSweepPoint) {
     EXPECT_TRUE(dialogs.events().empty());
     EXPECT_EQ(ReadBytes(folder.File("Data.S21")), kS21);
     EXPECT_EQ(ReadBytes(folder.File("Data.S11")), kS11);
-}
-
-TEST(WriteOverlayFiles, DecimalCommaLocaleChangesNothing) {
-    testing::DecimalCommaLocale locale;
-    if (!locale.active()) GTEST_SKIP() << "no locale with a decimal comma is installed";
-    TempFolder folder;
-    ScriptedDialogs dialogs;
-    ASSERT_TRUE(WriteOverlayFiles(ThreePointSweep(), folder.str(), dialogs));
-    EXPECT_EQ(ReadBytes(folder.File("Data.S21")), kS21);
-    DesignState read;
-    OverlayData overlay;
-    ASSERT_TRUE(ReadOverlayFile(folder.File("Data.S11"), read, overlay).ok());
-    EXPECT_EQ(overlay.overlayValue[1], -0.5f);
 }
 
 TEST(WriteOverlayFiles, AStandardSweepRoundTrips) {
@@ -278,13 +264,6 @@ TEST_F(ReadOverlayFilesTest, FindsNamesWrittenInUpperCase) {
     WriteBytes(folder_.File("DATA.S11"), kS11);
     EXPECT_TRUE(Read());
     EXPECT_EQ(draws_.size(), 2u);
-}
-
-TEST_F(ReadOverlayFilesTest, AMissingReturnFileIsReportedAfterTheTransmissionCurve) {
-    WriteBytes(folder_.File("Data.S21"), kS21);
-    EXPECT_FALSE(Read());
-    EXPECT_EQ(draws_.size(), 1u);
-    ExpectFileTestMessage();
 }
 
 TEST_F(ReadOverlayFilesTest, NoFilesDrawNothing) {

@@ -1,0 +1,290 @@
+#include "screens/plot/qt/frm_plot.h"
+
+#include <QKeySequence>
+#include <QLabel>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QPushButton>
+#include <QScopedValueRollback>
+#include <QScreen>
+#include <QVBoxLayout>
+#include <memory>
+
+#include "export/touchstone.h"
+#include "platform/qt/surface_widget.h"
+#include "platform/system.h"
+#include "screens/plot/large_plot.h"
+#include "screens/plot/qt/plot_exports.h"
+#include "session/program_text.h"
+
+namespace varo {
+
+// Lies over the plot area: follows the mouse with a vertical line and says where it is, in the
+// picture's logical X. The line is the screen's own, never part of the drawing or its exports.
+class PlotCursorLayer : public QWidget {
+  public:
+    PlotCursorLayer(QWidget* parent, std::function<void(float)> moved, std::function<void()> left)
+        : QWidget(parent), moved_(std::move(moved)), left_(std::move(left)) {
+        setMouseTracking(true);
+        setAttribute(Qt::WA_TransparentForMouseEvents, false);
+        setAttribute(Qt::WA_NoSystemBackground);
+    }
+
+    // A logical X of the plot area, or nothing to hide the line.
+    void ShowLineAt(std::optional<float> logicalX) {
+        lineX_ = logicalX;
+        update();
+    }
+
+  protected:
+    void mouseMoveEvent(QMouseEvent* event) override {
+        const PlotArea& area = kLargePlotFrame.area;
+        const double fraction = event->position().x() / std::max(1, width());
+        moved_(static_cast<float>(area.left + fraction * area.width()));
+    }
+    void leaveEvent(QEvent*) override { left_(); }
+    void paintEvent(QPaintEvent*) override {
+        if (!lineX_) return;
+        const PlotArea& area = kLargePlotFrame.area;
+        const double x = (*lineX_ - area.left) / area.width() * width();
+        QPainter painter(this);
+        painter.setPen(QPen(QColor(0x33, 0x33, 0x66), 1, Qt::DashLine));
+        painter.drawLine(QPointF(x, 0), QPointF(x, height()));
+    }
+
+  private:
+    std::function<void(float)> moved_;
+    std::function<void()> left_;
+    std::optional<float> lineX_;
+};
+
+namespace {
+
+QRectF Box(float left, float top, float right, float bottom) {
+    return QRectF(QPointF(left, top), QPointF(right, bottom));
+}
+
+QString FromText(const std::string& text) {
+    return QString::fromStdString(text);
+}
+
+// The left column: the parts the nudges change, the buttons, the legend and the cursor readout.
+constexpr float kColumnLeft = 100;
+constexpr float kColumnRight = 1550;
+constexpr float kColumnMiddle = (kColumnLeft + kColumnRight) / 2;
+constexpr float kHalfGap = 25;
+constexpr float kButtonHeight = 350;
+constexpr qreal kSmallCaption = 7;
+
+QRectF FullRow(float top) {
+    return Box(kColumnLeft, top, kColumnRight, top + kButtonHeight);
+}
+QRectF LeftHalf(float top) {
+    return Box(kColumnLeft, top, kColumnMiddle - kHalfGap, top + kButtonHeight);
+}
+QRectF RightHalf(float top) {
+    return Box(kColumnMiddle + kHalfGap, top, kColumnRight, top + kButtonHeight);
+}
+
+QString ColourStyle(Colour colour) {
+    return QStringLiteral("color: %1").arg(ToQColor(colour).name());
+}
+
+}  // namespace
+
+FrmPlot::FrmPlot(DesignState& state, Dialogs& dialogs, std::function<void()> returnToDesign,
+                 QWidget* parent)
+    : QWidget(parent),
+      state_(state),
+      dialogs_(dialogs),
+      reporter_(dialogs),
+      returnToDesign_(std::move(returnToDesign)) {
+    setObjectName("frmPlot");
+    setWindowTitle(QStringLiteral("VARO - Version ") +
+                   QString::fromUtf8(versionText.data(), versionText.size()) +
+                   QStringLiteral(" - Large Plot screen"));
+    background_ = new SurfaceWidget(kLargePlotScreenWidth, kLargePlotScreenHeight, this);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(background_);
+    BuildControls();
+    ConnectCommands();
+    setMinimumSize(600, 450);
+    resize(1200, 900);
+    summary_->setText(FromText(LargePlotSummary(state_)));
+    RedrawLargePlot();
+}
+
+FrmPlot::~FrmPlot() = default;
+
+const Surface& FrmPlot::surface() const {
+    return background_->surface();
+}
+
+// ---- Building the screen ------------------------------------------------------------------
+
+QLabel* FrmPlot::AddLabel(const char* name, const QString& caption, const QRectF& at,
+                          qreal pointSize) {
+    auto* label = new QLabel(caption, background_);
+    label->setObjectName(name);
+    label->setFont(QFont("Arial"));
+    background_->Place(label, at, pointSize);
+    return label;
+}
+
+QPushButton* FrmPlot::AddButton(const char* name, const QString& caption, const QRectF& at,
+                                const QString& description, const QKeySequence& shortcut,
+                                qreal pointSize) {
+    auto* button = new QPushButton(caption, background_);
+    button->setObjectName(name);
+    button->setAutoDefault(false);
+    button->setFont(QFont("Microsoft Sans Serif"));
+    // The caption stays the spoken name; what the button does is its description.
+    button->setAccessibleDescription(description);
+    button->setToolTip(description);
+    if (!shortcut.isEmpty()) {
+        button->setShortcut(shortcut);
+        button->setToolTip(description + " (" + shortcut.toString(QKeySequence::NativeText) + ")");
+    }
+    background_->Place(button, at, pointSize);
+    return button;
+}
+
+void FrmPlot::BuildControls() {
+    auto* heading = AddLabel("lblHeading", "VARO Design", Box(150, 60, 3500, 420), 14);
+    QFont bold = heading->font();
+    bold.setBold(true);
+    heading->setFont(bold);
+    summary_ = AddLabel("lblSummary", "", Box(150, 450, 11900, 720));
+    parts_ = AddLabel("lblComponents", "", Box(kColumnLeft, 1000, kColumnRight, 1450));
+    parts_->setAccessibleName("L-section parts");
+
+    AddButton("cmdCLdown", "CL-1%", LeftHalf(1500), "C3 down", QKeySequence("Ctrl+Down"));
+    AddButton("cmdCLup", "CL+1%", RightHalf(1500), "C3 up", QKeySequence("Ctrl+Up"));
+    AddButton("cmdLLdown", "LL-1%", LeftHalf(1900), "L2 down", QKeySequence("Alt+Down"));
+    AddButton("cmdLLup", "LL+1%", RightHalf(1900), "L2 up", QKeySequence("Alt+Up"));
+    AddButton("cmdSave", "Save", LeftHalf(2400), "Save overlay files", QKeySequence::Save);
+    AddButton("cmdGet", "Get", RightHalf(2400), "Get overlay files", QKeySequence("Ctrl+G"));
+    // The export captions are the column's longest: set a little smaller so they fit.
+    AddButton("cmdExportPlot", "Export &plot...", FullRow(2900), "Export the plot as PNG or SVG",
+              {}, kSmallCaption);
+    AddButton("cmdExportCsv", "Export &CSV...", FullRow(3300), "Export the sweep as CSV", {},
+              kSmallCaption);
+    AddButton("cmdExportTouchstone", "Export &Touchstone...", FullRow(3700),
+              "Export Touchstone S-parameters", {}, kSmallCaption);
+
+    AddLabel("lblTransmission", "Transmission", Box(kColumnLeft, 4250, kColumnRight, 4500))
+        ->setStyleSheet(ColourStyle(kTransmissionCurve));
+    AddLabel("lblReturn", "Return", Box(kColumnLeft, 4500, kColumnRight, 4750))
+        ->setStyleSheet(ColourStyle(kReturnCurve));
+    cursorReadout_ = AddLabel("lblCursor", "", Box(kColumnLeft, 4850, kColumnRight, 6950), 7.5);
+    cursorReadout_->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    cursorReadout_->setWordWrap(true);
+    cursorReadout_->setAccessibleName("Cursor readout");
+
+    AddButton("cmdExit", "Return", Box(kColumnLeft, 8450, kColumnRight, 8850),
+              "Return to the design screen", QKeySequence(Qt::Key_Escape));
+
+    cursorLayer_ = new PlotCursorLayer(
+        background_, [this](float x) { MoveCursorTo(x); },
+        [this] {
+            cursorLayer_->ShowLineAt(std::nullopt);
+            cursorReadout_->clear();
+        });
+    const PlotArea& area = kLargePlotFrame.area;
+    background_->Place(cursorLayer_, Box(area.left, area.top, area.right, area.bottom));
+}
+
+void FrmPlot::OnClick(const char* name, std::function<void()> action) {
+    connect(findChild<QPushButton*>(name), &QPushButton::clicked, this,
+            [this, action = std::move(action)] { RunAction(action); });
+}
+
+void FrmPlot::ConnectCommands() {
+    const std::pair<const char*, Nudge> nudges[] = {{"cmdCLdown", Nudge::CapacitorDown},
+                                                    {"cmdCLup", Nudge::CapacitorUp},
+                                                    {"cmdLLdown", Nudge::InductorDown},
+                                                    {"cmdLLup", Nudge::InductorUp}};
+    for (const auto& [name, nudge] : nudges)
+        OnClick(name, [this, nudge = nudge] { NudgeAndRedraw(nudge); });
+    OnClick("cmdSave", [this] { WriteOverlayFiles(state_, CurrentDirectory(), dialogs_); });
+    OnClick("cmdGet", [this] { GetOverlays(); });
+    OnClick("cmdExportPlot", [this] { ExportPicture(); });
+    OnClick("cmdExportCsv", [this] { ExportSweep(); });
+    OnClick("cmdExportTouchstone", [this] { ExportTouchstone(); });
+    OnClick("cmdExit", [this] {
+        if (returnToDesign_) returnToDesign_();
+    });
+}
+
+// ---- Actions ------------------------------------------------------------------------------
+
+void FrmPlot::RunAction(const std::function<void()>& action) {
+    if (actionRunning_) return;
+    const QScopedValueRollback<bool> running(actionRunning_, true);
+    action();
+}
+
+float FrmPlot::ScreenHeightTwips() const {
+    const QScreen* shown = screen();
+    if (shown == nullptr || !(shown->logicalDotsPerInchY() > 0)) return 0;
+    return static_cast<float>(shown->geometry().height() * 1440.0 / shown->logicalDotsPerInchY());
+}
+
+void FrmPlot::RedrawLargePlot() {
+    Surface& surface = background_->surface();
+    surface.Clear();
+    results_ = ComputeLargePlot(state_, reporter_);
+    DrawLargePlot(surface, state_, results_, ScreenHeightTwips());
+    parts_->setText(FromText(NudgedPartsText(state_)));
+    cursorLayer_->ShowLineAt(std::nullopt);
+    cursorReadout_->clear();
+    background_->update();
+}
+
+void FrmPlot::NudgeAndRedraw(Nudge nudge) {
+    if (NudgeComponent(state_, nudge, reporter_)) RedrawLargePlot();
+}
+
+void FrmPlot::GetOverlays() {
+    ReadOverlayFiles(
+        state_, overlay_, CurrentDirectory(), dialogs_,
+        [this](std::int16_t last, float topDb, float floorDb, std::int16_t curve) {
+            DrawOverlay(background_->surface(), kLargePlotFrame, state_, overlay_.overlayValue,
+                        last, topDb, floorDb, curve);
+            const auto count = static_cast<std::size_t>(last + 1);
+            results_.overlays.at(static_cast<std::size_t>(curve)) = OverlayCurve{
+                {state_.sweepFrequency.begin(), state_.sweepFrequency.begin() + count},
+                {overlay_.overlayValue.begin(), overlay_.overlayValue.begin() + count}};
+            background_->update();
+        });
+}
+
+void FrmPlot::ExportPicture() {
+    const auto path = dialogs_.AskSaveFileName(PictureSaveRequest());
+    if (!path) return;
+    WritePictureFile(PictureForExport(surface(), LargePlotSummary(state_)), *path, dialogs_);
+}
+
+void FrmPlot::ExportSweep() {
+    const auto path = dialogs_.AskSaveFileName(CsvSaveRequest());
+    if (path) WriteSweepCsvFile(results_, *path, dialogs_);
+}
+
+void FrmPlot::ExportTouchstone() {
+    const auto path = dialogs_.AskSaveFileName(TouchstoneSaveRequest());
+    if (!path) return;
+    // At the swept frequencies, not at those an overlay file left in the shared sweep.
+    auto design = std::make_unique<DesignState>(state_);
+    std::copy(results_.sweep.frequency.begin(), results_.sweep.frequency.end(),
+              design->sweepFrequency.begin());
+    WriteTouchstoneFile(*design, *path, dialogs_);
+}
+
+void FrmPlot::MoveCursorTo(float logicalX) {
+    const std::string text = CursorReadoutText(results_, logicalX);
+    cursorLayer_->ShowLineAt(text.empty() ? std::nullopt : std::optional<float>(logicalX));
+    cursorReadout_->setText(FromText(text));
+}
+
+}  // namespace varo

@@ -1,0 +1,72 @@
+#pragma once
+
+#include <QWidget>
+#include <functional>
+
+#include "core/design_state.h"
+#include "platform/dialogs.h"
+#include "screens/plot/overlay_files.h"
+#include "screens/plot/screen/large_plot_screen.h"
+
+class QLabel;
+class QPushButton;
+
+namespace varo {
+
+class SurfaceWidget;
+class PlotCursorLayer;
+
+// The large plot screen: the response of the design over the sweep with its readout table,
+// buttons that nudge C3 and L2, saved curves drawn over it, a live cursor and the exports. Every
+// computation is the screen logic's; this class only routes and shows.
+class FrmPlot : public QWidget {
+    Q_OBJECT
+
+  public:
+    // `returnToDesign` is the Return button's way back.
+    FrmPlot(DesignState& state, Dialogs& dialogs, std::function<void()> returnToDesign,
+            QWidget* parent = nullptr);
+    ~FrmPlot() override;
+
+    const Surface& surface() const;
+    const LargePlotResults& results() const { return results_; }
+
+    // The cursor at a logical X of the picture, as a mouse over the plot puts it there.
+    void MoveCursorTo(float logicalX);
+
+  private:
+    void BuildControls();
+    QPushButton* AddButton(const char* name, const QString& caption, const QRectF& at,
+                           const QString& description, const QKeySequence& shortcut,
+                           qreal pointSize = 8.25);
+    QLabel* AddLabel(const char* name, const QString& caption, const QRectF& at,
+                     qreal pointSize = 8.25);
+    void OnClick(const char* name, std::function<void()> action);
+    void ConnectCommands();
+
+    // Runs one action to its end; what is asked meanwhile (from within a message box's own
+    // event loop) is dropped.
+    void RunAction(const std::function<void()>& action);
+    void RedrawLargePlot();
+    void NudgeAndRedraw(Nudge nudge);
+    void GetOverlays();
+    void ExportPicture();
+    void ExportSweep();
+    void ExportTouchstone();
+    float ScreenHeightTwips() const;
+
+    DesignState& state_;
+    Dialogs& dialogs_;
+    DialogReporter reporter_;
+    std::function<void()> returnToDesign_;
+    OverlayData overlay_;
+    LargePlotResults results_;
+    SurfaceWidget* background_ = nullptr;
+    PlotCursorLayer* cursorLayer_ = nullptr;
+    QLabel* summary_ = nullptr;
+    QLabel* parts_ = nullptr;
+    QLabel* cursorReadout_ = nullptr;
+    bool actionRunning_ = false;
+};
+
+}  // namespace varo

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QByteArray>
+#include <QSize>
+#include <string>
+
+#include "platform/dialogs.h"
+#include "platform/surface.h"
+#include "screens/plot/screen/large_plot_screen.h"
+
+namespace varo {
+
+// The picture as saved: the screen's drawing with the summary line and the curves' legend
+// written in, since on the screen those are controls over it.
+Surface PictureForExport(const Surface& screen, const std::string& summary);
+
+// The display list replayed, shape kept: as a PNG image of `size` pixels, or as SVG drawn at
+// that size (and sharp at any other).
+QByteArray PngBytes(const Surface& picture, QSize size);
+QByteArray SvgBytes(const Surface& picture, QSize size);
+
+// Save dialogs of the exports, each asking before it replaces a file.
+SaveDialogRequest PictureSaveRequest();
+SaveDialogRequest CsvSaveRequest();
+
+// Writes the picture as PNG or SVG, as the name's extension says, whole or not at all. Reports
+// a wrong extension or a failure; returns whether the file was written.
+bool WritePictureFile(const Surface& picture, const std::string& path, Dialogs& dialogs);
+
+// Writes the sweep as CSV, whole or not at all; reports a failure.
+bool WriteSweepCsvFile(const LargePlotResults& results, const std::string& path, Dialogs& dialogs);
+
+}  // namespace varo

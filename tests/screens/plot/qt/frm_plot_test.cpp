@@ -1,0 +1,284 @@
+#include "screens/plot/qt/frm_plot.h"
+
+#include <gtest/gtest.h>
+
+#include <QImage>
+#include <QLabel>
+#include <QPushButton>
+#include <QSvgRenderer>
+#include <algorithm>
+#include <filesystem>
+#include <memory>
+
+#include "core/design_fixture.h"
+#include "core/numtext.h"
+#include "screens/plot/response_plot.h"
+#include "support/decimal_comma_locale.h"
+#include "support/temp_folder.h"
+
+namespace varo {
+namespace {
+
+using Kind = DrawOp::Kind;
+using testing::ReadBytes;
+using testing::WriteBytes;
+
+// The screen as the design screen opens it (components and ladder worked out), in a fresh
+// current directory for the overlay files.
+class FrmPlotTest : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        std::filesystem::current_path(folder.str());
+        ASSERT_TRUE(ComponentCalculations(*state, reporter));
+        SetupLadder(*state);
+        form = std::make_unique<FrmPlot>(*state, dialogs, [this] { ++returns; });
+    }
+    void TearDown() override {
+        form.reset();
+        std::filesystem::current_path(startedIn);
+    }
+    void Press(const char* name) { form->findChild<QPushButton*>(name)->click(); }
+    QString Caption(const char* name) {
+        if (auto* label = form->findChild<QLabel*>(name)) return label->text();
+        return form->findChild<QPushButton*>(name)->text();
+    }
+    // The saved curves drawn so far, by colour, in order.
+    std::vector<Colour> OverlayColours() const {
+        std::vector<Colour> colours;
+        const auto& ops = form->surface().ops();
+        for (std::size_t i = 0; i + 1 < ops.size(); ++i)
+            if (ops[i].kind == Kind::LineWidth && ops[i].width == 2)
+                colours.push_back(ops[i + 1].colour);
+        return colours;
+    }
+
+    std::filesystem::path startedIn = std::filesystem::current_path();
+    testing::TempFolder folder;
+    std::unique_ptr<DesignState> state = test::MakeDesign(test::kReferenceDesign);
+    ScriptedDialogs dialogs;
+    DialogReporter reporter{dialogs};
+    std::unique_ptr<FrmPlot> form;
+    int returns = 0;
+};
+
+TEST_F(FrmPlotTest, OpensWithItsCaptionsAndTheSummaryLine) {
+    EXPECT_EQ(form->objectName(), "frmPlot");
+    EXPECT_EQ(form->windowTitle(), "VARO - Version 2.17 - Large Plot screen");
+    const std::pair<const char*, const char*> captions[] = {{"lblHeading", "VARO Design"},
+                                                            {"lblTransmission", "Transmission"},
+                                                            {"lblReturn", "Return"},
+                                                            {"cmdCLdown", "CL-1%"},
+                                                            {"cmdCLup", "CL+1%"},
+                                                            {"cmdLLdown", "LL-1%"},
+                                                            {"cmdLLup", "LL+1%"},
+                                                            {"cmdSave", "Save"},
+                                                            {"cmdGet", "Get"},
+                                                            {"cmdExit", "Return"}};
+    for (const auto& [name, caption] : captions)
+        EXPECT_EQ(Caption(name), caption) << name;
+    EXPECT_EQ(Caption("lblSummary"),
+              "    Frequency:  3.9M        Input termination: 1.5k ohms       Midpoint: 300 ohms"
+              "       Output termination: 50 ohms       PI-net Q: 12 ");
+    EXPECT_TRUE(dialogs.events().empty());
+}
+
+TEST_F(FrmPlotTest, ReadoutPrintsHeadersAndFiveRowsAndRingsThreeHarmonics) {
+    Surface readout(12000, 9000);
+    ShowLargeReadout(readout, *state, form->results().harmonics, 18000);
+    std::vector<DrawOp> texts;
+    std::vector<DrawOp> rings;
+    for (const DrawOp& op : readout.ops()) {
+        if (op.kind == Kind::Text) texts.push_back(op);
+        if (op.kind == Kind::Point && op.width == 23) rings.push_back(op);
+    }
+    ASSERT_EQ(texts.size(), 7u + 5 * 8);
+    const std::vector<std::pair<float, std::string>> header = {
+        {2600, "Frequency:"}, {3800, "Transmission:"}, {5000, "Angle:"},  {5800, "Return:"},
+        {6800, "VSWR:"},      {7600, "Impedance:"},    {8700, "Z angle:"}};
+    for (std::size_t i = 0; i < header.size(); ++i) {
+        EXPECT_EQ(texts[i].x1, header[i].first);
+        EXPECT_EQ(texts[i].y1, 7390.5f);
+        EXPECT_EQ(texts[i].text, header[i].second);
+    }
+    const std::vector<std::pair<std::string, std::string>> rows = {{"Fund.", " 3.9M "},
+                                                                   {"2nd", " 7.8M "},
+                                                                   {"3rd", " 11.7M "},
+                                                                   {"4th", " 15.6M "},
+                                                                   {"5th", " 19.5M "}};
+    for (std::size_t n = 0; n < rows.size(); ++n) {
+        const DrawOp* row = &texts[7 + 8 * n];
+        EXPECT_EQ((std::pair{row[0].text, row[1].text}), rows[n]);
+        EXPECT_EQ(row[0].y1, 7600.0f + 200.0f * static_cast<float>(n));
+        EXPECT_EQ((std::vector{row[0].x1, row[1].x1, row[2].x1, row[7].x1}),
+                  (std::vector<float>{2600, 3100, 3800, 8700}));
+        EXPECT_EQ(row[2].text.substr(row[2].text.size() - 2), "dB");
+    }
+    EXPECT_EQ(rings.size(), 3u);
+}
+
+TEST(ReadoutRowTexts, ShowsAnglesAndOutOfRangeFiguresByTheirRules) {
+    const struct {
+        LadderResult result;
+        std::vector<std::string> texts;  // transmission to Z angle
+    } cases[] = {
+        {{10, -0.5f, -20, 1.5f, 1500, 30}, {"-0.5 dB", "-350 ", "-20 dB", "1.5 ", "1.5k", "-30 "}},
+        {{-90, -70, -120, INFINITY, 50, -12.5f},
+         {"-70 dB", "-90 ", "< -100 dB", "> 1000", "50 ", "12.5 "}},
+        {{0, 0, -100, 1000, 0, 0},
+         {" 0.0000  dB", " 0.0000  ", "-100 dB", "1k", " 0.0000  ", " 0.0000  "}},
+    };
+    for (const auto& c : cases) {
+        const std::vector<std::string> texts = ReadoutRowTexts({3, 11.7e6f, c.result});
+        EXPECT_EQ(texts[0], "3rd");
+        EXPECT_EQ(std::vector(texts.begin() + 2, texts.end()), c.texts);
+    }
+}
+
+TEST_F(FrmPlotTest, AHarmonicBelowTheFloorIsRingedOnTheBottomEdge) {
+    state->plotFloorDb = -10;  // as an overlay may leave it; the 3rd harmonic is far below
+    Surface readout(12000, 9000);
+    ShowLargeReadout(readout, *state, form->results().harmonics, 18000);
+    std::vector<float> ys;
+    for (const DrawOp& op : readout.ops())
+        if (op.kind == Kind::Point && op.width == 23) ys.push_back(op.y1);
+    ASSERT_EQ(ys.size(), 3u);
+    EXPECT_EQ(ys[2], 7000);
+}
+
+TEST_F(FrmPlotTest, NudgesCompoundAndUndoWithinSingleRounding) {
+    const float c3 = state->C3;
+    Press("cmdCLup");
+    Press("cmdCLdown");
+    EXPECT_NEAR(state->C3, c3, c3 * 1.2e-7f);
+    const struct {
+        const char* button;
+        float DesignState::*part;
+        double factor;
+    } cases[] = {{"cmdCLup", &DesignState::C3, 1.0609},
+                 {"cmdLLup", &DesignState::L2, 1.0609},
+                 {"cmdLLdown", &DesignState::L2, 1 / 1.0609}};
+    for (const auto& c : cases) {
+        const float start = (*state).*c.part;
+        Press(c.button);
+        Press(c.button);
+        EXPECT_NEAR((*state).*c.part / start, c.factor, 1e-6) << c.button;
+    }
+    // The nudged values stay in the design and are shown; the curves were drawn afresh.
+    EXPECT_EQ(Caption("lblComponents").toStdString(), NudgedPartsText(*state));
+    EXPECT_NE(NudgedPartsText(*state).find(FormatFarad(state->C3)), std::string::npos);
+    EXPECT_EQ(form->surface().ops()[0].kind, Kind::Clear);
+    EXPECT_EQ(form->surface().ops()[1].kind, Kind::FillBox);
+    EXPECT_TRUE(dialogs.events().empty());
+}
+
+TEST_F(FrmPlotTest, SaveThenGetDrawsTransmissionThenReturnOverThePlot) {
+    Press("cmdSave");
+    ASSERT_EQ(ReadBytes(folder.File("Data.S21")).substr(0, 1), " ");
+    Press("cmdGet");
+    EXPECT_EQ(OverlayColours(), (std::vector<Colour>{kOverlayTransmission, kOverlayReturn}));
+    EXPECT_TRUE(dialogs.events().empty());
+    // The cursor now also names the saved curves at its frequency.
+    form->MoveCursorTo(5000);
+    const std::string readout = Caption("lblCursor").toStdString();
+    for (const char* part : {"3.9 MHz", "Return loss re 1.5 k\u03A9", "Overlay S21", "Overlay S11"})
+        EXPECT_NE(readout.find(part), std::string::npos) << part;
+}
+
+TEST_F(FrmPlotTest, OnlyTheReturnFileMissingKeepsTheTransmissionCurve) {
+    WriteBytes(folder.File("Data.S21"), " 3900000 -3 \r\n 7800000 -40 \r\n");
+    Press("cmdGet");
+    EXPECT_EQ(OverlayColours(), (std::vector<Colour>{kOverlayTransmission}));
+    ASSERT_EQ(dialogs.messages().size(), 1u);
+    EXPECT_EQ(dialogs.events()[0].title, "File Test");
+}
+
+TEST_F(FrmPlotTest, ARefusedFileIsNamedAndChangesNothing) {
+    std::string tooMany;
+    for (int i = 1; i <= 2002; ++i)
+        tooMany += " " + std::to_string(i) + " -1 \r\n";
+    const struct {
+        std::string bytes;
+        std::string message;
+    } cases[] = {
+        {tooMany, "Data.S21 holds more than 2001 points; the overlay was not drawn."},
+        {" 3900000 -3 \r\n 0 -40 \r\n",
+         "Data.S21 holds a frequency of 0 or below; the overlay was not drawn."},
+    };
+    WriteBytes(folder.File("Data.S11"), " 3900000 -3 \r\n");
+    for (const auto& c : cases) {
+        WriteBytes(folder.File("Data.S21"), c.bytes);
+        const std::vector<DrawOp> before = form->surface().ops();
+        const auto frequencies = state->sweepFrequency;
+        dialogs.clear();
+        Press("cmdGet");
+        EXPECT_EQ(dialogs.messages(), std::vector<std::string>{c.message});
+        EXPECT_EQ(form->surface().ops(), before);
+        EXPECT_EQ(state->sweepFrequency, frequencies);
+    }
+}
+
+TEST_F(FrmPlotTest, ADecimalCommaLocaleWritesPointsAndReadsThemBack) {
+    std::vector<float> readInCommaLocale;
+    {
+        testing::DecimalCommaLocale locale;
+        if (!locale.active()) GTEST_SKIP() << "no locale with a decimal comma is installed";
+        Press("cmdSave");
+        Press("cmdGet");
+        readInCommaLocale = form->results().overlays[0]->value;
+    }
+    const std::string s21 = ReadBytes(folder.File("Data.S21"));
+    EXPECT_EQ(s21.find(','), std::string::npos);
+    EXPECT_NE(s21.find('.'), std::string::npos);
+    Press("cmdGet");
+    EXPECT_TRUE(dialogs.events().empty());
+    EXPECT_EQ(readInCommaLocale.size(), 2001u);
+    EXPECT_EQ(form->results().overlays[0]->value, readInCommaLocale);
+}
+
+TEST_F(FrmPlotTest, ExportsWhatIsShown) {
+    const struct {
+        const char* button;
+        const char* name;
+        std::function<void(const std::string&)> check;
+    } cases[] = {
+        {"cmdExportPlot", "plot.png",
+         [](const std::string& path) {
+             EXPECT_EQ(QImage(path.c_str()).size(), QSize(1600, 1200));
+         }},
+        {"cmdExportPlot", "plot.svg",
+         [](const std::string& path) {
+             EXPECT_TRUE(QSvgRenderer(QString(path.c_str())).isValid());
+         }},
+        {"cmdExportCsv", "sweep.csv",
+         [](const std::string& path) {
+             const std::string csv = ReadBytes(path);
+             EXPECT_EQ(std::count(csv.begin(), csv.end(), '\n'), 2002);
+             EXPECT_EQ(csv.substr(0, csv.find('\r')),
+                       "Frequency (Hz),Transmission (dB),Phase (deg),Return re 1500 ohms (dB),"
+                       "VSWR re 1500 ohms,|Zin| (ohms),Z angle (deg)");
+         }},
+        {"cmdExportTouchstone", "plot.s1p",
+         [](const std::string& path) { EXPECT_EQ(ReadBytes(path).substr(0, 6), "! VARO"); }},
+    };
+    for (const auto& c : cases) {
+        dialogs.AnswerNextSave(folder.File(c.name));
+        Press(c.button);
+        c.check(folder.File(c.name));
+    }
+    EXPECT_EQ(dialogs.messages(), std::vector<std::string>{});
+    // A name the picture export cannot tell the format of writes nothing.
+    dialogs.AnswerNextSave(folder.File("plot.bmp"));
+    Press("cmdExportPlot");
+    EXPECT_EQ(dialogs.messages(),
+              std::vector<std::string>{"A picture file name ends in .png or .svg"});
+    EXPECT_FALSE(std::filesystem::exists(folder.File("plot.bmp")));
+}
+
+TEST_F(FrmPlotTest, ReturnAndEscapeGoBackToTheDesign) {
+    Press("cmdExit");
+    EXPECT_EQ(form->findChild<QPushButton*>("cmdExit")->shortcut(), QKeySequence(Qt::Key_Escape));
+    EXPECT_EQ(returns, 1);
+}
+
+}  // namespace
+}  // namespace varo
