@@ -5,6 +5,7 @@
 #include <QPixmap>
 #include <QPushButton>
 
+#include "bench/bench_application.h"
 #include "core/design_state.h"
 #include "platform/dialogs.h"
 #include "tools/inductor/qt/frm_inductor.h"
@@ -12,16 +13,6 @@
 
 namespace varo {
 namespace {
-
-// One offscreen application for the whole run; it lives until the process ends.
-void EnsureApplication() {
-    if (QApplication::instance() != nullptr) return;
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
-    static int argc = 1;
-    static char name[] = "helper_screens_bench";
-    static char* argv[] = {name, nullptr};
-    new QApplication(argc, argv);
-}
 
 DesignState ExampleDesign() {
     DesignState state;

@@ -1,13 +1,10 @@
 #include "tools/inductor/qt/frm_inductor.h"
 
 #include <QGroupBox>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QScopedValueRollback>
-#include <QVBoxLayout>
 #include <utility>
 
 #include "export/report/printing.h"
@@ -19,14 +16,6 @@
 namespace varo {
 
 namespace {
-
-QString FromText(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
-
-QRectF Box(float left, float top, float right, float bottom) {
-    return QRectF(QPointF(left, top), QPointF(right, bottom));
-}
 
 // Rows of captions and entries or results, under the schematic on the left.
 constexpr float kCaptionLeft = 150;
@@ -42,10 +31,10 @@ float RowTop(int row) {
     return kFirstRowTop + static_cast<float>(row) * kRowStep;
 }
 QRectF CaptionBox(int row) {
-    return Box(kCaptionLeft, RowTop(row), kCaptionRight, RowTop(row) + kRowHeight);
+    return LogicalBox(kCaptionLeft, RowTop(row), kCaptionRight, RowTop(row) + kRowHeight);
 }
 QRectF ValueBox(int row) {
-    return Box(kValueLeft, RowTop(row), kValueRight, RowTop(row) + kRowHeight);
+    return LogicalBox(kValueLeft, RowTop(row), kValueRight, RowTop(row) + kRowHeight);
 }
 
 // The labels that name the display unit, in the order of UnitCaptions.
@@ -69,14 +58,10 @@ FrmInductor::FrmInductor(const DesignState& state, CoilState& coil, Dialogs& dia
       coil_(coil),
       dialogs_(dialogs),
       returnToDesign_(std::move(returnToDesign)) {
-    setObjectName("frmInductor");
-    setWindowTitle(QStringLiteral("VARO - Version ") + FromText(versionText) +
-                   QStringLiteral(" - Inductor Design screen"));
-    background_ = new SurfaceWidget(kInductorScreenWidth, kInductorScreenHeight, this);
-    background_->SetFit(SurfaceFit::KeepAspect);
-    auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(background_);
+    background_ = MountScreen(*this, "frmInductor",
+                              QStringLiteral("VARO - Version ") + FromText(versionText) +
+                                  QStringLiteral(" - Inductor Design screen"),
+                              kInductorScreenWidth, kInductorScreenHeight);
     BuildControls();
     Connect();
     setMinimumSize(600, 450);
@@ -92,10 +77,7 @@ const Surface& FrmInductor::surface() const {
 
 QLabel* FrmInductor::AddLabel(const char* name, const QString& caption, const QRectF& at,
                               qreal pointSize) {
-    auto* label = new QLabel(caption, background_);
-    label->setObjectName(name);
-    label->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-    background_->Place(label, at, pointSize);
+    QLabel* label = PlaceLabel(*background_, name, caption, at, pointSize);
     labels_[name] = label;
     return label;
 }
@@ -117,13 +99,13 @@ QRadioButton* FrmInductor::AddOption(QWidget* frame, const char* name, const QSt
 
 void FrmInductor::BuildControls() {
     QLabel* heading =
-        AddLabel("lblHeading", "VARO - Inductor Design", Box(150, 100, 6500, 600), 14);
+        AddLabel("lblHeading", "VARO - Inductor Design", LogicalBox(150, 100, 6500, 600), 14);
     QFont bold = heading->font();
     bold.setBold(true);
     heading->setFont(bold);
     BuildChoices();
     AddLabel("Label1", "Enter two and only two of these; third will be computed",
-             Box(kCaptionLeft, 3050, kNoteRight, 3370));
+             LogicalBox(kCaptionLeft, 3050, kNoteRight, 3370));
     BuildRows();
     BuildButtons();
 }
@@ -136,10 +118,10 @@ void FrmInductor::BuildChoices() {
         background_->Place(frame, at, 8.25);
         return frame;
     };
-    QGroupBox* units = addFrame("Frame1", "Units", Box(150, 800, 2700, 1750));
+    QGroupBox* units = addFrame("Frame1", "Units", LogicalBox(150, 800, 2700, 1750));
     options_[kInchesOption] = AddOption(units, "Option1", "Inches");
     options_[kCentimetresOption] = AddOption(units, "Option2", "Centimetres");
-    QGroupBox* inductor = addFrame("Frame2", "Inductor", Box(150, 1900, 2700, 2850));
+    QGroupBox* inductor = addFrame("Frame2", "Inductor", LogicalBox(150, 1900, 2700, 2850));
     options_[kL1Option] = AddOption(inductor, "Option4", "L1 (pi section)");
     options_[kL2Option] = AddOption(inductor, "Option3", "L2 (L section)");
 }
@@ -180,7 +162,8 @@ void FrmInductor::BuildRows() {
         ++row;
     }
     QLabel* shape = AddLabel(
-        "lblShape", "", Box(kCaptionLeft, RowTop(row), kNoteRight, RowTop(row) + 1.5f * kRowHeight));
+        "lblShape", "",
+        LogicalBox(kCaptionLeft, RowTop(row), kNoteRight, RowTop(row) + 1.5f * kRowHeight));
     shape->setWordWrap(true);
 }
 
@@ -189,7 +172,7 @@ void FrmInductor::BuildButtons() {
         auto* button = new QPushButton(caption, background_);
         button->setObjectName(name);
         button->setAutoDefault(false);
-        background_->Place(button, Box(left, 8450, left + 2000, 8850), 8.25);
+        background_->Place(button, LogicalBox(left, 8450, left + 2000, 8850), 8.25);
         return button;
     };
     addButton("cmdCompute", "Compute", 150);
@@ -223,27 +206,14 @@ void FrmInductor::Connect() {
          {kL2Option, [this] { ChooseInductor(2); }}}};
     for (const auto& [index, choose] : choices) {
         connect(options_[index], &QRadioButton::clicked, this,
-                [this, choose = choose] { RunAction(choose); });
+                [this, choose = choose] { actions_.Run(choose); });
     }
-    connect(compute, &QPushButton::clicked, this, [this] { RunAction([this] { Compute(); }); });
+    connect(compute, &QPushButton::clicked, this, [this] { actions_.Run([this] { Compute(); }); });
     connect(findChild<QPushButton*>("cmdPrint"), &QPushButton::clicked, this,
-            [this] { RunAction([this] { PrintWindingData(windings_, dialogs_); }); });
+            [this] { actions_.Run([this] { PrintWindingData(windings_, dialogs_); }); });
+    new ReturnOnEscape(*this, *findChild<QPushButton*>("cmdExit"));
     connect(findChild<QPushButton*>("cmdExit"), &QPushButton::clicked, this,
-            [this] { RunAction(returnToDesign_); });
-}
-
-void FrmInductor::RunAction(const std::function<void()>& action) {
-    if (actionRunning_) return;
-    const QScopedValueRollback<bool> running(actionRunning_, true);
-    action();
-}
-
-void FrmInductor::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Escape) {
-        findChild<QPushButton*>("cmdExit")->click();
-        return;
-    }
-    QWidget::keyPressEvent(event);
+            [this] { actions_.Run(returnToDesign_); });
 }
 
 // ---- The screen's operations --------------------------------------------------------------

@@ -11,11 +11,11 @@
 
 #include "core/design_state.h"
 #include "platform/dialogs.h"
+#include "platform/qt/screen_helpers.h"
 #include "platform/surface.h"
 #include "tools/inductor/coil.h"
 #include "tools/inductor/inductor_texts.h"
 
-class QKeyEvent;
 class QLabel;
 class QLineEdit;
 class QPushButton;
@@ -44,9 +44,6 @@ class FrmInductor : public QWidget, public CoilForm {
     void SetText(CoilField field, std::string_view text) override;
     void FocusGaugeEntry() override;
 
-  protected:
-    void keyPressEvent(QKeyEvent* event) override;
-
   private:
     void BuildControls();
     void BuildChoices();
@@ -67,7 +64,6 @@ class FrmInductor : public QWidget, public CoilForm {
     void EmptyResults();
     void Redraw();
     bool DesignHasLSection() const;
-    void RunAction(const std::function<void()>& action);
 
     const DesignState& state_;
     CoilState& coil_;
@@ -79,7 +75,7 @@ class FrmInductor : public QWidget, public CoilForm {
     std::array<QRadioButton*, 4> options_{};  // Option1 .. Option4
     WindingSlots windings_;
     std::optional<CoilState> pictured_;  // the winding the views show
-    bool actionRunning_ = false;
+    ActionGate actions_;
 };
 
 }  // namespace varo

@@ -1,13 +1,10 @@
 #include "tools/loadhelp/qt/frm_load_help.h"
 
 #include <QGroupBox>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QScopedValueRollback>
-#include <QVBoxLayout>
 #include <utility>
 
 #include "platform/qt/replay.h"
@@ -18,14 +15,6 @@
 namespace varo {
 
 namespace {
-
-QString FromText(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
-
-QRectF Box(float left, float top, float right, float bottom) {
-    return QRectF(QPointF(left, top), QPointF(right, bottom));
-}
 
 // The entries and their captions, left of the class choice.
 constexpr float kCaptionLeft = 300;
@@ -64,14 +53,10 @@ FrmLoadHelp::FrmLoadHelp(DesignState& state, Dialogs& dialogs, std::function<voi
       state_(state),
       dialogs_(dialogs),
       returnToDesign_(std::move(returnToDesign)) {
-    setObjectName("frmLoadHelp");
-    setWindowTitle(QStringLiteral("VARO - Version ") + FromText(versionText) +
-                   QStringLiteral(" - Load Help screen"));
-    background_ = new SurfaceWidget(kLoadHelpWidth, kLoadHelpHeight, this);
-    background_->SetFit(SurfaceFit::KeepAspect);
-    auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(background_);
+    background_ = MountScreen(*this, "frmLoadHelp",
+                              QStringLiteral("VARO - Version ") + FromText(versionText) +
+                                  QStringLiteral(" - Load Help screen"),
+                              kLoadHelpWidth, kLoadHelpHeight);
     BuildControls();
     Connect();
     setMinimumSize(585, 280);
@@ -91,10 +76,7 @@ const Surface& FrmLoadHelp::surface() const {
 
 QLabel* FrmLoadHelp::AddLabel(const char* name, const QString& caption, const QRectF& at,
                               qreal pointSize) {
-    auto* label = new QLabel(caption, background_);
-    label->setObjectName(name);
-    label->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-    background_->Place(label, at, pointSize);
+    QLabel* label = PlaceLabel(*background_, name, caption, at, pointSize);
     return label;
 }
 
@@ -107,16 +89,16 @@ QPushButton* FrmLoadHelp::AddButton(const char* name, const QString& caption, co
 }
 
 void FrmLoadHelp::BuildControls() {
-    QLabel* heading = AddLabel("lblHeading", "VARO Load Help", Box(300, 150, 5500, 650), 14);
+    QLabel* heading = AddLabel("lblHeading", "VARO Load Help", LogicalBox(300, 150, 5500, 650), 14);
     QFont bold = heading->font();
     bold.setBold(true);
     heading->setFont(bold);
     BuildEntries();
     BuildClassChoice();
-    labels_[LoadHelpField::CurrentLoad] =
-        AddLabel("lblCurrentLoad", "Current plate load is", Box(kCaptionLeft, 4100, 5500, 4400));
+    labels_[LoadHelpField::CurrentLoad] = AddLabel("lblCurrentLoad", "Current plate load is",
+                                                   LogicalBox(kCaptionLeft, 4100, 5500, 4400));
     labels_[LoadHelpField::NewLoad] =
-        AddLabel("lblLoad", "New load:", Box(kCaptionLeft, 4450, 5500, 4750));
+        AddLabel("lblLoad", "New load:", LogicalBox(kCaptionLeft, 4450, 5500, 4750));
     BuildPanelLabels();
     BuildButtons();
 }
@@ -131,14 +113,15 @@ void FrmLoadHelp::BuildEntries() {
     for (const Row& row :
          {Row{"lblVoltage", "Peak plate swing, volts:", LoadHelpField::Voltage, kVoltageTop},
           Row{"lblPower", "RF power, RMS watts:", LoadHelpField::Power, kPowerTop}}) {
-        QLabel* caption = AddLabel(row.label, row.caption,
-                                   Box(kCaptionLeft, row.top, kCaptionRight, row.top + kRowHeight));
+        QLabel* caption =
+            AddLabel(row.label, row.caption,
+                     LogicalBox(kCaptionLeft, row.top, kCaptionRight, row.top + kRowHeight));
         auto* entry = new QLineEdit(background_);
         entry->setObjectName(FromText(ControlName(row.field)));
         // A screen reader names the entry by its caption.
         entry->setAccessibleName(row.caption);
-        background_->Place(entry, Box(kEntryLeft, row.top, kEntryRight, row.top + kRowHeight),
-                           8.25);
+        background_->Place(
+            entry, LogicalBox(kEntryLeft, row.top, kEntryRight, row.top + kRowHeight), 8.25);
         caption->setBuddy(entry);
         entries_[row.field] = entry;
     }
@@ -154,7 +137,7 @@ void FrmLoadHelp::BuildClassChoice() {
         column->addWidget(option);
         classOptions_[i] = option;
     }
-    background_->Place(classFrame_, Box(kCaptionLeft, 1900, kEntryRight, 3950), 8.25);
+    background_->Place(classFrame_, LogicalBox(kCaptionLeft, 1900, kEntryRight, 3950), 8.25);
 }
 
 void FrmLoadHelp::BuildPanelLabels() {
@@ -170,17 +153,17 @@ void FrmLoadHelp::BuildPanelLabels() {
                                Level{"lblSupply", "Supply voltage", kSupplyY},
                                Level{"lblZero", "Zero voltage", kZeroVoltY}}) {
         AddLabel(level.name, level.caption,
-                 Box(kLevelLabelLeft, level.y - kLevelLabelHalfHeight, kLevelLabelRight,
-                     level.y + kLevelLabelHalfHeight))
+                 LogicalBox(kLevelLabelLeft, level.y - kLevelLabelHalfHeight, kLevelLabelRight,
+                            level.y + kLevelLabelHalfHeight))
             ->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     }
     // Beside the lower arrow, below the panel.
-    AddLabel("lblPeakSwing", "Peak plate swing", Box(9900, 4050, 11650, 4350));
+    AddLabel("lblPeakSwing", "Peak plate swing", LogicalBox(9900, 4050, 11650, 4350));
 }
 
 void FrmLoadHelp::BuildButtons() {
-    AddButton("cmdAccept", "Accept and return", Box(kCaptionLeft, 4950, 2900, 5400));
-    AddButton("cmdExit", "Return", Box(3100, 4950, kEntryRight, 5400));
+    AddButton("cmdAccept", "Accept and return", LogicalBox(kCaptionLeft, 4950, 2900, 5400));
+    AddButton("cmdExit", "Return", LogicalBox(3100, 4950, kEntryRight, 5400));
     QWidget* previous = entries_.at(LoadHelpField::Voltage);
     for (QWidget* next : std::initializer_list<QWidget*>{
              entries_.at(LoadHelpField::Power), classOptions_[0], classOptions_[1],
@@ -192,12 +175,6 @@ void FrmLoadHelp::BuildButtons() {
 }
 
 // ---- Routing ------------------------------------------------------------------------------
-
-void FrmLoadHelp::RunAction(const std::function<void()>& action) {
-    if (actionRunning_) return;
-    const QScopedValueRollback<bool> running(actionRunning_, true);
-    action();
-}
 
 void FrmLoadHelp::Connect() {
     auto* accept = findChild<QPushButton*>("cmdAccept");
@@ -212,27 +189,20 @@ void FrmLoadHelp::Connect() {
     for (std::size_t i = 0; i < kClassChoices.size(); ++i) {
         connect(classOptions_[i], &QRadioButton::clicked, this,
                 [this, option = kClassChoices[i].option] {
-                    RunAction([this, option] {
+                    actions_.Run([this, option] {
                         OnClassOptionClicked(state_, help_, *this, dialogs_, option);
                     });
                 });
     }
     connect(accept, &QPushButton::clicked, this, [this] {
-        RunAction([this] {
+        actions_.Run([this] {
             AcceptPlateLoad(state_, help_, *this, dialogs_);
             returnToDesign_();
         });
     });
+    new ReturnOnEscape(*this, *findChild<QPushButton*>("cmdExit"));
     connect(findChild<QPushButton*>("cmdExit"), &QPushButton::clicked, this,
-            [this] { RunAction(returnToDesign_); });
-}
-
-void FrmLoadHelp::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Escape) {
-        findChild<QPushButton*>("cmdExit")->click();
-        return;
-    }
-    QWidget::keyPressEvent(event);
+            [this] { actions_.Run(returnToDesign_); });
 }
 
 // ---- LoadHelpForm -------------------------------------------------------------------------

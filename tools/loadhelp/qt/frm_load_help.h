@@ -10,6 +10,7 @@
 
 #include "core/design_state.h"
 #include "platform/dialogs.h"
+#include "platform/qt/screen_helpers.h"
 #include "platform/surface.h"
 #include "tools/loadhelp/plate_load.h"
 
@@ -18,7 +19,6 @@ class QLineEdit;
 class QPushButton;
 class QRadioButton;
 class QGroupBox;
-class QKeyEvent;
 
 namespace varo {
 
@@ -44,9 +44,6 @@ class FrmLoadHelp : public QWidget, public LoadHelpForm {
     void SetAcceptEnabled(bool enabled) override;
     void SetClassChoiceEnabled(bool enabled) override;
 
-  protected:
-    void keyPressEvent(QKeyEvent* event) override;
-
   private:
     void BuildControls();
     void BuildEntries();
@@ -57,9 +54,6 @@ class FrmLoadHelp : public QWidget, public LoadHelpForm {
     QLabel* AddLabel(const char* name, const QString& caption, const QRectF& at,
                      qreal pointSize = 8.25);
     QPushButton* AddButton(const char* name, const QString& caption, const QRectF& at);
-    // Runs one action to its end; what a message box's own event loop lets through meanwhile
-    // is dropped.
-    void RunAction(const std::function<void()>& action);
 
     DesignState& state_;
     Dialogs& dialogs_;
@@ -70,7 +64,7 @@ class FrmLoadHelp : public QWidget, public LoadHelpForm {
     std::array<QRadioButton*, 4> classOptions_{};
     std::map<LoadHelpField, QLineEdit*> entries_;
     std::map<LoadHelpField, QLabel*> labels_;
-    bool actionRunning_ = false;
+    ActionGate actions_;
 };
 
 }  // namespace varo
