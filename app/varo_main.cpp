@@ -5,18 +5,29 @@
 #include "platform/qt/qt_dialogs.h"
 #include "screens/plot/qt/frm_plot.h"
 #include "session/qt/session_location.h"
+#include "tools/inductor/qt/frm_inductor.h"
+#include "tools/loadhelp/qt/frm_load_help.h"
 
 // The desktop program: the navigator runs the screens; the session file's place is settled once.
 int main(int argc, char** argv) {
     QApplication application(argc, argv);
     QGuiApplication::setDesktopFileName(QStringLiteral("varo"));
     varo::QtDialogs dialogs;
+    // The winding and its unit outlive each opening of the inductor screen.
+    varo::CoilState winding;
     varo::Navigator navigator(
         dialogs, [&dialogs](QWidget* window) { dialogs.SetParent(window); },
         varo::StartupSessionFilePath());
     QObject::connect(&navigator, &varo::Navigator::finished, &application, &QCoreApplication::quit);
     navigator.Register(varo::Destination::Plot, [](const varo::ScreenContext& context) {
         return new varo::FrmPlot(context.state, context.dialogs, context.returnToDesign);
+    });
+    navigator.Register(varo::Destination::LoadHelp, [](const varo::ScreenContext& context) {
+        return new varo::FrmLoadHelp(context.state, context.dialogs, context.returnToDesign);
+    });
+    navigator.Register(varo::Destination::Inductor, [&winding](const varo::ScreenContext& context) {
+        return new varo::FrmInductor(context.state, winding, context.dialogs,
+                                     context.returnToDesign);
     });
     navigator.Start();
     return application.exec();

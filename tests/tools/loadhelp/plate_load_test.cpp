@@ -77,58 +77,5 @@ INSTANTIATE_TEST_SUITE_P(
     [](const auto& info) { return std::string(info.param.name); });
 // clang-format on
 
-class LoadHelpScreenTest : public ::testing::Test {
-  protected:
-    LoadHelpScreenTest() { state.plateR = 1500; }
-
-    DesignState state;
-    LoadHelpState help;
-    FakeLoadHelpForm form;
-    ScriptedDialogs dialogs;
-};
-
-TEST_F(LoadHelpScreenTest, EntryShowsCurrentLoadAndOnlyKnownValues) {
-    state.rfPower = 1000;
-    ShowLoadHelpEntry(state, form);
-    EXPECT_EQ(form.Text(LoadHelpField::CurrentLoad), "Current plate load: 1.5k ohms");
-    EXPECT_EQ(form.Text(LoadHelpField::NewLoad), "New plate load: 1.5k ohms");
-    EXPECT_EQ(form.Text(LoadHelpField::Voltage), "");  // a zero swing leaves the entry empty
-    EXPECT_EQ(form.Text(LoadHelpField::Power), "1k");
-}
-
-TEST_F(LoadHelpScreenTest, ClassClickOffersAcceptAndReturnKeepsPlateLoad) {
-    form.SetText(LoadHelpField::Voltage, "2500");
-    form.SetText(LoadHelpField::Power, "1000");
-    form.selected = ClassOption::ClassAB;
-    OnClassOptionClicked(state, help, form, dialogs, ClassOption::ClassAB);
-
-    EXPECT_TRUE(form.acceptEnabled);
-    EXPECT_EQ(form.Text(LoadHelpField::NewLoad), "New plate load: 3.906k ohms");
-    // Leaving without Accept keeps the plate load but not the old swing and power.
-    EXPECT_EQ(state.plateR, 1500.0f);
-    EXPECT_EQ(state.peakSwing, 2500.0f);
-    EXPECT_EQ(state.rfPower, 1000.0f);
-}
-
-TEST_F(LoadHelpScreenTest, EditForcesANewClassChoice) {
-    form.selected = ClassOption::ClassA;
-    form.acceptEnabled = true;
-    form.SetText(LoadHelpField::NewLoad, "New plate load: 5k ohms");
-    OnLoadEntryEdited(form);
-    EXPECT_EQ(form.selected, ClassOption::None);
-    EXPECT_FALSE(form.acceptEnabled);
-    EXPECT_TRUE(form.classChoiceEnabled);
-    EXPECT_EQ(form.Text(LoadHelpField::NewLoad), "");
-}
-
-TEST_F(LoadHelpScreenTest, AcceptTakesTheNewLoad) {
-    form.SetText(LoadHelpField::Voltage, "1000");
-    form.SetText(LoadHelpField::Power, "100");
-    form.selected = ClassOption::ClassC;
-    AcceptPlateLoad(state, help, form, dialogs);
-    EXPECT_EQ(state.plateR, 5000.0f);
-    EXPECT_TRUE(dialogs.events().empty());
-}
-
 }  // namespace
 }  // namespace varo

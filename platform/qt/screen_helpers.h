@@ -1,0 +1,89 @@
+#pragma once
+
+#include <QAbstractButton>
+#include <QEvent>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QRectF>
+#include <QScopedValueRollback>
+#include <QString>
+#include <QVBoxLayout>
+#include <QWidget>
+#include <string_view>
+
+#include "platform/qt/surface_widget.h"
+
+namespace varo {
+
+inline QString FromText(std::string_view text) {
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+// A logical (twip) rectangle from its edges.
+inline QRectF LogicalBox(float left, float top, float right, float bottom) {
+    return QRectF(QPointF(left, top), QPointF(right, bottom));
+}
+
+// A screen of its own window: `title` after the program's name and version, and a surface of
+// the given logical size filling it with its shape kept, on which the controls are placed.
+inline SurfaceWidget* MountScreen(QWidget& screen, const char* name, const QString& title,
+                                  float logicalWidth, float logicalHeight) {
+    screen.setObjectName(name);
+    screen.setWindowTitle(title);
+    auto* background = new SurfaceWidget(logicalWidth, logicalHeight, &screen);
+    background->SetFit(SurfaceFit::KeepAspect);
+    auto* layout = new QVBoxLayout(&screen);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(background);
+    return background;
+}
+
+// A named label on the surface, its text left-aligned and centred vertically.
+inline QLabel* PlaceLabel(SurfaceWidget& background, const char* name, const QString& caption,
+                          const QRectF& at, qreal pointSize) {
+    auto* label = new QLabel(caption, &background);
+    label->setObjectName(name);
+    label->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    background.Place(label, at, pointSize);
+    return label;
+}
+
+// Escape on the screen, or on any control of it that leaves the key alone, presses the
+// screen's Return button.
+class ReturnOnEscape : public QObject {
+  public:
+    ReturnOnEscape(QWidget& screen, QAbstractButton& returnButton)
+        : QObject(&screen), returnButton_(returnButton) {
+        screen.installEventFilter(this);
+    }
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() == QEvent::KeyPress &&
+            static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) {
+            returnButton_.click();
+            return true;
+        }
+        return QObject::eventFilter(watched, event);
+    }
+
+  private:
+    QAbstractButton& returnButton_;
+};
+
+// Runs a screen's actions one at a time: what a message box's own event loop lets through
+// while one runs is dropped, as a click on a blocked window would be.
+class ActionGate {
+  public:
+    template <typename Action>
+    void Run(const Action& action) {
+        if (running_) return;
+        const QScopedValueRollback<bool> running(running_, true);
+        action();
+    }
+
+  private:
+    bool running_ = false;
+};
+
+}  // namespace varo

@@ -1,0 +1,173 @@
+#include "tools/loadhelp/qt/frm_load_help.h"
+
+#include <gtest/gtest.h>
+
+#include <QCoreApplication>
+#include <QGroupBox>
+#include <QPointer>
+#include <cmath>
+
+#include "app/navigator.h"
+#include "session/last_session.h"
+#include "support/temp_folder.h"
+#include "tools/screen_driving.h"
+
+namespace varo {
+namespace {
+
+using testing::Click;
+using testing::Find;
+using testing::TextOf;
+using testing::Type;
+
+DesignState WithPlateLoad(float ohms) {
+    DesignState state;
+    state.plateR = ohms;
+    return state;
+}
+
+struct FrmLoadHelpTest : ::testing::Test {
+    DesignState state = WithPlateLoad(1500);
+    ScriptedDialogs dialogs;
+    int returns = 0;
+    FrmLoadHelp screen{state, dialogs, [this] { ++returns; }};
+};
+
+TEST_F(FrmLoadHelpTest, OpensWithItsCaptionsAndNothingToAccept) {
+    const std::pair<const char*, const char*> captions[] = {
+        {"lblHeading", "VARO Load Help"},
+        {"lblVoltage", "Peak plate swing, volts:"},
+        {"lblPower", "RF power, RMS watts:"},
+        {"Option1", "Class A; K=1.3"},
+        {"Option2", "Class AB; K=1.6"},
+        {"Option3", "Class B; K=1.8"},
+        {"Option4", "Class C; K=2"},
+        {"lblCurrentLoad", "Current plate load: 1.5k ohms"},
+        {"lblLoad", "New plate load: 1.5k ohms"},
+        {"lblPlotTitle", "Instantaneous plate voltage"},
+        {"lblTwiceSupply", "Twice supply voltage"},
+        {"lblSupply", "Supply voltage"},
+        {"lblZero", "Zero voltage"},
+        {"lblPeakSwing", "Peak plate swing"},
+        {"cmdAccept", "Accept and return"},
+        {"cmdExit", "Return"},
+        {"txtVoltage", ""},  // no swing known yet
+    };
+    for (const auto& [name, caption] : captions)
+        EXPECT_EQ(TextOf(screen, name), caption) << name;
+    EXPECT_EQ(screen.windowTitle(), "VARO - Version 2.17 - Load Help screen");
+    EXPECT_EQ(Find<QGroupBox>(screen, "fraClass")->title(), "Class of operation");
+    EXPECT_FALSE(Find<QPushButton>(screen, "cmdAccept")->isEnabled());
+}
+
+TEST_F(FrmLoadHelpTest, AClassChoiceOffersTheLoadAndAnEditTakesItBack) {
+    Type(screen, "txtVoltage", "2500");
+    Type(screen, "txtPower", "1000");
+    Click(screen, "Option2");
+    EXPECT_EQ(TextOf(screen, "lblLoad"), "New plate load: 3.906k ohms");
+    EXPECT_EQ(TextOf(screen, "txtVoltage"), "2.5k");  // the rewritten text is no edit
+    EXPECT_TRUE(Find<QPushButton>(screen, "cmdAccept")->isEnabled());
+    EXPECT_TRUE(Find<QRadioButton>(screen, "Option2")->isChecked());
+
+    Type(screen, "txtPower", "100");
+    EXPECT_EQ(TextOf(screen, "lblLoad"), "");
+    EXPECT_FALSE(Find<QRadioButton>(screen, "Option2")->isChecked());
+    EXPECT_FALSE(Find<QPushButton>(screen, "cmdAccept")->isEnabled());
+    EXPECT_EQ(returns, 0);
+}
+
+TEST_F(FrmLoadHelpTest, OutOfRangeEntriesAreToldInOrderAndRewritten) {
+    Type(screen, "txtVoltage", "0.5");
+    Type(screen, "txtPower", "2E7");
+    Click(screen, "Option4");
+    EXPECT_EQ(dialogs.messages(),
+              (std::vector<std::string>{
+                  "Voltage level has been reset to the minimum-allowed value of 1 volt",
+                  "Power level has been reset to the maximum-allowed value of 10000k watts"}));
+    EXPECT_EQ(TextOf(screen, "txtVoltage"), "1 ");
+    EXPECT_EQ(TextOf(screen, "txtPower"), "10M");
+}
+
+TEST_F(FrmLoadHelpTest, EnterAcceptsOnlyOnceAClassIsChosenAndEscapeReturns) {
+    Type(screen, "txtVoltage", "1000");
+    Type(screen, "txtPower", "100");
+    auto* power = Find<QLineEdit>(screen, "txtPower");
+    testing::Key(power, Qt::Key_Return);
+    EXPECT_EQ(returns, 0);
+    Click(screen, "Option4");
+    testing::Key(power, Qt::Key_Return);
+    EXPECT_EQ(returns, 1);
+    EXPECT_EQ(state.plateR, 5000.0f);
+    testing::Key(&screen, Qt::Key_Escape);
+    EXPECT_EQ(returns, 2);
+}
+
+// The waveform: 360 strokes from the supply level across the panel, sine of a/24 radians.
+TEST_F(FrmLoadHelpTest, SwingPanelDrawsWaveformLevelsAndArrows) {
+    const std::vector<DrawOp>& ops = screen.surface().ops();
+    std::vector<DrawOp> waveform, blue;
+    for (const DrawOp& op : ops) {
+        if (op.kind == DrawOp::Kind::Line && op.colour == 0x111111) waveform.push_back(op);
+        if (op.kind == DrawOp::Kind::Line && op.colour == kBlue) blue.push_back(op);
+    }
+    ASSERT_EQ(waveform.size(), 360u);
+    EXPECT_EQ(std::tie(waveform.front().x1, waveform.front().y1), std::make_tuple(8500.f, 3000.f));
+    EXPECT_FLOAT_EQ(waveform.back().x2, 11000);
+    EXPECT_NEAR(waveform.back().y2, 3000 - 800 * std::sin(15.0), 0.01);
+    for (std::size_t i = 1; i < waveform.size(); ++i)
+        ASSERT_EQ(std::tie(waveform[i].x1, waveform[i].y1),
+                  std::tie(waveform[i - 1].x2, waveform[i - 1].y2));
+    const std::vector<std::array<float, 4>> strokes = {
+        {8700, 3000, 10700, 3000}, {8700, 3800, 10700, 3800}, {9800, 3000, 9800, 2500},
+        {9770, 2850, 9800, 3000},  {9830, 2850, 9800, 3000},  {9800, 3800, 9800, 4300},
+        {9770, 3950, 9800, 3800},  {9830, 3950, 9800, 3800}};
+    ASSERT_EQ(blue.size(), strokes.size());
+    for (std::size_t i = 0; i < strokes.size(); ++i)
+        EXPECT_EQ((std::array{blue[i].x1, blue[i].y1, blue[i].x2, blue[i].y2}), strokes[i]) << i;
+    EXPECT_EQ(ops[0].kind, DrawOp::Kind::FillBox);
+    EXPECT_EQ((std::array{ops[0].x1, ops[0].y1, ops[0].x2, ops[0].y2, float(ops[0].colour)}),
+              (std::array{8500.f, 2000.f, 11000.f, 4000.f, float(0xFAFAFA)}));
+    EXPECT_EQ(ops[1].kind, DrawOp::Kind::OutlineBox);
+}
+
+TEST_F(FrmLoadHelpTest, ControlsStayApartAtAnySize) {
+    Type(screen, "txtVoltage", "2500");
+    Type(screen, "txtPower", "1000");
+    Click(screen, "Option2");
+    testing::CheckLayoutAtSizes(screen, "load-help");
+}
+
+// Through the navigator: Accept writes the load that the design screen then shows; Return
+// keeps the plate load but the swing and power the helper read.
+TEST(LoadHelpNavigation, AcceptAndReturnReachTheDesign) {
+    for (const bool accept : {true, false}) {
+        testing::TempFolder folder;
+        ScriptedDialogs dialogs;
+        Navigator navigator(dialogs, {}, SessionFilePath(folder.str()));
+        DesignState* design = nullptr;
+        navigator.Register(Destination::LoadHelp, [&design](const ScreenContext& context) {
+            design = &context.state;
+            return new FrmLoadHelp(context.state, context.dialogs, context.returnToDesign);
+        });
+        navigator.Start();
+        Click(*navigator.currentScreen(), "cmdEnter");
+        QWidget* designScreen = navigator.currentScreen();
+        Click(*designScreen, "cmdLoadHelp");
+        QWidget& helper = *navigator.currentScreen();
+        ASSERT_EQ(helper.objectName(), "frmLoadHelp");
+        Type(helper, "txtVoltage", "2500");
+        Type(helper, "txtPower", "1000");
+        Click(helper, "Option2");
+        Click(helper, accept ? "cmdAccept" : "cmdExit");
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+
+        ASSERT_EQ(navigator.currentScreen(), designScreen);
+        EXPECT_EQ(TextOf(*designScreen, "txtPlate"), accept ? "3.906k" : "1.5k");
+        EXPECT_EQ(design->plateR, accept ? 3906.25f : 1500.0f);
+        EXPECT_EQ(design->peakSwing, 2500.0f);
+        EXPECT_EQ(design->rfPower, 1000.0f);
+    }
+}
+
+}  // namespace
+}  // namespace varo

@@ -1,0 +1,81 @@
+#pragma once
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QWidget>
+#include <string>
+#include <vector>
+
+#include "platform/qt/surface_widget.h"
+
+namespace varo::testing {
+
+template <typename Control = QWidget>
+Control* Find(const QWidget& screen, const char* name) {
+    auto* control = screen.findChild<Control*>(QString::fromLatin1(name));
+    if (control == nullptr) ADD_FAILURE() << "no control " << name;
+    return control;
+}
+
+inline std::string TextOf(const QWidget& screen, const char* name) {
+    if (auto* entry = screen.findChild<QLineEdit*>(QString::fromLatin1(name)))
+        return entry->text().toStdString();
+    if (auto* button = screen.findChild<QAbstractButton*>(QString::fromLatin1(name)))
+        return button->text().toStdString();
+    return Find<QLabel>(screen, name)->text().toStdString();
+}
+
+inline void Key(QWidget* target, int key, const QString& text = {}) {
+    QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier, text);
+    QApplication::sendEvent(target, &press);
+}
+
+// Empties the entry and types `text` into it key by key, as the user would.
+inline void Type(const QWidget& screen, const char* entryName, const std::string& text) {
+    auto* entry = Find<QLineEdit>(screen, entryName);
+    entry->selectAll();
+    Key(entry, Qt::Key_Backspace);
+    for (const QChar character : QString::fromStdString(text))
+        Key(entry, 0, QString(character));
+}
+
+inline void Click(const QWidget& screen, const char* name) {
+    Find<QAbstractButton>(screen, name)->click();
+}
+
+// Controls that cover one another at the screen's present size, as "name/name" pairs.
+inline std::vector<std::string> OverlappingControls(const QWidget& screen) {
+    const auto* background = screen.findChild<SurfaceWidget*>();
+    const QList<QWidget*> controls =
+        background->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
+    std::vector<std::string> overlaps;
+    for (qsizetype i = 0; i < controls.size(); ++i) {
+        for (qsizetype j = i + 1; j < controls.size(); ++j) {
+            if (controls[i]->isHidden() || controls[j]->isHidden()) continue;
+            if (controls[i]->geometry().intersects(controls[j]->geometry()))
+                overlaps.push_back(
+                    (controls[i]->objectName() + "/" + controls[j]->objectName()).toStdString());
+        }
+    }
+    return overlaps;
+}
+
+// Resizes the screen to each size, expects no control over another, and, when
+// VARO_SCREENSHOT_DIR names a folder, saves the screen there as <stem>-<width>.png.
+inline void CheckLayoutAtSizes(QWidget& screen, const char* stem) {
+    const QString folder = qEnvironmentVariable("VARO_SCREENSHOT_DIR");
+    for (const QSize size : {QSize(1200, 900), QSize(800, 600)}) {
+        screen.resize(size);
+        screen.show();
+        QApplication::processEvents();
+        EXPECT_EQ(OverlappingControls(screen), std::vector<std::string>{}) << size.width();
+        if (!folder.isEmpty())
+            screen.grab().save(folder + "/" + stem + "-" + QString::number(size.width()) + ".png");
+    }
+}
+
+}  // namespace varo::testing
