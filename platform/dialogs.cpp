@@ -10,12 +10,13 @@ void ScriptedDialogs::ShowMessage(std::string_view text, std::string_view title,
                 std::string(title.empty() ? kProgramTitle : title),
                 icon,
                 {},
+                {},
                 {}};
     events_.push_back(std::move(event));
 }
 
 void ScriptedDialogs::Beep() {
-    events_.push_back(Event{Event::Kind::Beep, {}, {}, {}, {}, {}});
+    events_.push_back(Event{Event::Kind::Beep, {}, {}, {}, {}, {}, {}});
 }
 
 void ScriptedDialogs::ShowFailure(std::string_view text, std::string_view detail,
@@ -30,10 +31,18 @@ void ScriptedDialogs::BeepFailure(std::string_view detail) {
 }
 
 std::optional<std::string> ScriptedDialogs::AskSaveFileName(const SaveDialogRequest& request) {
-    events_.push_back(Event{Event::Kind::SaveDialog, request.title, {}, {}, request, {}});
+    events_.push_back(Event{Event::Kind::SaveDialog, request.title, {}, {}, request, {}, {}});
     if (saveAnswers_.empty()) return std::nullopt;
     auto answer = std::move(saveAnswers_.front());
     saveAnswers_.pop_front();
+    return answer;
+}
+
+PrintOutcome ScriptedDialogs::Print(const PrintDocument& document) {
+    events_.push_back(Event{Event::Kind::Print, document.name, {}, {}, {}, {}, document});
+    if (printAnswers_.empty()) return {};
+    auto answer = std::move(printAnswers_.front());
+    printAnswers_.pop_front();
     return answer;
 }
 

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "core/reporter.h"
+#include "platform/print_document.h"
 
 namespace varo {
 
@@ -42,6 +43,10 @@ class Dialogs {
     }
     // A failure the program reports by the beep alone; the detail is for whoever can show it.
     virtual void BeepFailure(std::string_view /*detail*/) { Beep(); }
+    // The print dialogs: printer, preview, or "Save as PDF". Without an override nothing prints.
+    virtual PrintOutcome Print(const PrintDocument& /*document*/) {
+        return {PrintOutcome::Status::Failed, "No printer is available here."};
+    }
 };
 
 // Test double: records every message, beep and dialog in order, and answers save dialogs from a
@@ -49,12 +54,13 @@ class Dialogs {
 class ScriptedDialogs : public Dialogs {
   public:
     struct Event {
-        enum class Kind { Message, Beep, SaveDialog } kind;
+        enum class Kind { Message, Beep, SaveDialog, Print } kind;
         std::string text;   // message text, or the dialog's title
         std::string title;  // message title as shown (kProgramTitle when none was given)
         MessageIcon icon = MessageIcon::None;
         SaveDialogRequest request;
-        std::string detail;  // a failure's path and reason
+        std::string detail;        // a failure's path and reason
+        PrintDocument document{};  // Print: what was handed to the print dialogs
     };
 
     void ShowMessage(std::string_view text, std::string_view title = {},
@@ -64,7 +70,10 @@ class ScriptedDialogs : public Dialogs {
     void ShowFailure(std::string_view text, std::string_view detail, std::string_view title = {},
                      MessageIcon icon = MessageIcon::None) override;
     void BeepFailure(std::string_view detail) override;
+    // Answered from its own queue; an empty queue answers "cancelled".
+    PrintOutcome Print(const PrintDocument& document) override;
 
+    void AnswerNextPrint(PrintOutcome outcome) { printAnswers_.push_back(std::move(outcome)); }
     void AnswerNextSave(std::optional<std::string> path) {
         saveAnswers_.push_back(std::move(path));
     }
@@ -77,6 +86,7 @@ class ScriptedDialogs : public Dialogs {
   private:
     std::vector<Event> events_;
     std::deque<std::optional<std::string>> saveAnswers_;
+    std::deque<PrintOutcome> printAnswers_;
 };
 
 // Routes the engine's reports to the dialogs, and its "close all open files" to a callback.

@@ -1,5 +1,7 @@
 #include "app/cli/cli_dialogs.h"
 
+#include "app/cli/pdf_writer.h"
+
 namespace varo::cli {
 
 namespace {
@@ -43,6 +45,12 @@ std::optional<std::string> CliDialogs::AskSaveFileName(const SaveDialogRequest&)
     std::string path = std::move(saveAnswers_.front());
     saveAnswers_.pop_front();
     return path;
+}
+
+PrintOutcome CliDialogs::Print(const PrintDocument& document) {
+    const auto path = AskSaveFileName({});
+    if (!path) return {};
+    return WritePdfThroughModule(document, *path);
 }
 
 }  // namespace varo::cli

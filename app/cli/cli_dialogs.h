@@ -23,6 +23,8 @@ class CliDialogs : public Dialogs {
     void ShowFailure(std::string_view text, std::string_view detail, std::string_view title = {},
                      MessageIcon icon = MessageIcon::None) override;
     void BeepFailure(std::string_view detail) override;
+    // Printing goes to a PDF file, at the next path given for a save.
+    PrintOutcome Print(const PrintDocument& document) override;
 
     void AnswerNextSave(std::string path) { saveAnswers_.push_back(std::move(path)); }
     const std::vector<std::string>& messages() const { return messages_; }

@@ -6,6 +6,7 @@
 #include "app/cli/design_files.h"
 #include "app/cli/design_report.h"
 #include "core/numtext.h"
+#include "export/report/printing.h"
 #include "screens/design/design_actions.h"
 #include "screens/design/design_inputs.h"
 #include "screens/design/design_reporter.h"
@@ -16,10 +17,11 @@ namespace varo::cli {
 
 namespace {
 
-const OptionSpec kDesignOptions{{"--frequency", "--plate", "--intermediate", "--load", "--q",
-                                 "--swing", "--power", "--generator", "--session", "--sweep-csv",
-                                 "--ltspice", "--quarn", "--overlay-dir", "--save-session"},
-                                {"--json", "--help"}};
+const OptionSpec kDesignOptions{
+    {"--frequency", "--plate", "--intermediate", "--load", "--q", "--swing", "--power",
+     "--generator", "--session", "--sweep-csv", "--ltspice", "--quarn", "--overlay-dir",
+     "--save-session", "--pdf"},
+    {"--json", "--help"}};
 
 // Options that stand for the design screen's entry fields.
 const std::pair<const char*, DesignField> kFieldOptions[] = {
@@ -75,12 +77,14 @@ const char* const kDesignUsage =
     "usage: varo-cli design [--frequency T] [--plate T] [--intermediate T] [--load T] [--q T]\n"
     "                       [--swing T] [--power T] [--generator T] [--session FILE] [--json]\n"
     "                       [--sweep-csv FILE] [--ltspice FILE] [--quarn FILE]\n"
-    "                       [--overlay-dir DIR] [--save-session FILE]\n"
+    "                       [--overlay-dir DIR] [--save-session FILE] [--pdf FILE]\n"
     "                       [--spice FILE] [--touchstone FILE] [--losses]\n"
     "                       [--coil-q Q] [--capacitor-q Q]\n"
     "  Each T is entry text as typed into the program's field (\"3.6M\", \"2,5k\");\n"
     "  --generator is the generator resistance in ohms. Starting values are the defaults,\n"
     "  or those of the last-session file given with --session.\n"
+    "  --pdf writes the printed design report as a one-page PDF (A4, or Letter where the\n"
+    "  locale measures in inches), without a screen.\n"
     "  --spice writes a SPICE netlist (.cir) that ngspice and LTspice run as it stands;\n"
     "  --touchstone writes the network's S-parameters, FILE.s2p (two-port, 50 ohms) or\n"
     "  FILE.s1p (input reflection referred to the plate load).\n"
@@ -125,6 +129,11 @@ int RunDesign(const std::vector<std::string>& words, std::ostream& out, std::ost
     SilentReporter silent;
     CalculateDesign(state, silent, outcome.results);
     outcome.losses = ComputeDesignLosses(extras, state, dialogs);
+    if (auto path = args.Value("--pdf")) {
+        outcome.results.losses = outcome.losses;
+        dialogs.AnswerNextSave(*path);
+        written &= PrintDesignReport(state, outcome.results, dialogs);
+    }
     outcome.messages = dialogs.messages();
     out << (args.Flag("--json") ? DesignJson(outcome) : DesignReportText(outcome));
     return written ? 0 : 1;

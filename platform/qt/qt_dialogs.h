@@ -28,6 +28,9 @@ class QtDialogs : public Dialogs {
     void Beep() override;
     // The dialog is Qt's own (not the desktop's), so it behaves the same everywhere.
     std::optional<std::string> AskSaveFileName(const SaveDialogRequest& request) override;
+    // A print preview with Qt's print dialog behind its Print button and a "Save as PDF" action
+    // (qt_print.cpp).
+    PrintOutcome Print(const PrintDocument& document) override;
 
   private:
     QWidget* parent_;

@@ -303,8 +303,7 @@ TEST_F(FrmDesignTest, ScreensNotYetBuiltSayTheyAreComingUnlessConnected) {
     const std::pair<const char*, const char*> cases[] = {
         {"cmdPlot", "The large plot screen is not yet available in this version."},
         {"cmdInductor", "The inductor designer is not yet available in this version."},
-        {"cmdLoadHelp", "The plate-load helper is not yet available in this version."},
-        {"cmdPrint", "Printing is not yet available in this version."}};
+        {"cmdLoadHelp", "The plate-load helper is not yet available in this version."}};
     for (const auto& [button, message] : cases) {
         dialogs.clear();
         Button(button)->click();
@@ -316,6 +315,13 @@ TEST_F(FrmDesignTest, ScreensNotYetBuiltSayTheyAreComingUnlessConnected) {
     Button("cmdPlot")->click();
     EXPECT_EQ(requests, 1);
     EXPECT_TRUE(dialogs.messages().empty());
+}
+
+TEST_F(FrmDesignTest, PrintHandsTheReportToThePrintDialogs) {
+    dialogs.clear();
+    Button("cmdPrint")->click();
+    ASSERT_EQ(dialogs.events().size(), 1u);
+    EXPECT_EQ(dialogs.events()[0].kind, ScriptedDialogs::Event::Kind::Print);
 }
 
 TEST_F(FrmDesignTest, FileButtonsAskForTheirFilesAndWrite) {

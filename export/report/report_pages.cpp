@@ -1,0 +1,302 @@
+#include "export/report/report_pages.h"
+
+#include <cmath>
+#include <utility>
+#include <vector>
+
+#include "core/network.h"
+#include "core/numtext.h"
+#include "screens/design/design_screen.h"
+#include "screens/design/schematic.h"
+#include "screens/design/small_plot.h"
+
+namespace varo {
+
+namespace {
+
+constexpr const char* kFont = "Arial";
+constexpr float kTitlePoints = 14;
+constexpr float kHeadingPoints = 10;
+constexpr float kBodyPoints = 9;
+constexpr float kLineStep = 230;
+constexpr float kFooterRuleY = 13700;
+constexpr float kFooterY = 13800;
+
+// The windows of the design screen's drawing that the report shows, in its twips.
+constexpr LogicalRect kSchematicWindow{3900, 850, 4600, 7100};
+constexpr LogicalRect kPlotWindow{7650, 1000, 4050, 4450};
+// The schematic stands right of its row captions, the plot right of it, both scaled alike.
+constexpr float kGraphicsTop = 3900;
+constexpr float kCaptionWidth = 1100;
+constexpr float kGraphicsGap = 200;
+constexpr float kGraphicsScale =
+    (kPrintPageWidth - kCaptionWidth - kGraphicsGap) / (kSchematicWindow.width + kPlotWindow.width);
+constexpr float kPlotLeft =
+    kCaptionWidth + (kSchematicWindow.width + kGraphicsGap) * kGraphicsScale;
+
+class SilentReporter final : public Reporter {
+  public:
+    void ShowMessage(std::string_view, std::string_view, MessageIcon) override {}
+};
+
+// Text lines down the page from a starting point.
+class TextColumn {
+  public:
+    TextColumn(Surface& page, float x, float y) : page_(page), x_(x), y_(y) {}
+    void Heading(const std::string& text) {
+        page_.SetFont(kFont, kHeadingPoints, true);
+        page_.Text(x_, y_, text);
+        y_ += kLineStep + 40;
+        page_.SetFont(kFont, kBodyPoints);
+    }
+    void Line(const std::string& text) {
+        page_.Text(x_, y_, text);
+        y_ += kLineStep;
+    }
+    void Row(const std::string& label, const std::string& value, float valueX) {
+        page_.Text(x_, y_, label);
+        page_.Text(valueX, y_, value);
+        y_ += kLineStep;
+    }
+    void Skip() { y_ += kLineStep / 2; }
+    float y() const { return y_; }
+
+  private:
+    Surface& page_;
+    float x_;
+    float y_;
+};
+
+void DrawTitle(Surface& page, const std::string& title) {
+    page.SetFont(kFont, kTitlePoints, true);
+    page.Text(0, 0, title);
+    page.Line(0, 440, kPrintPageWidth, 440, kBlack);
+}
+
+void DrawFooter(Surface& page, int number, int count, const std::string& date) {
+    page.Line(0, kFooterRuleY, kPrintPageWidth, kFooterRuleY, kBlack);
+    page.SetFont(kFont, 8);
+    page.Text(0, kFooterY, kPrintFooter);
+    page.Text(kPrintPageWidth / 2, kFooterY,
+              "Page " + std::to_string(number) + " of " + std::to_string(count),
+              TextAlign{HorizontalAlign::Centre, VerticalAlign::Top});
+    page.Text(kPrintPageWidth, kFooterY, date,
+              TextAlign{HorizontalAlign::Right, VerticalAlign::Top});
+}
+
+PagePlacement WholePage(Surface page) {
+    const LogicalRect all{0, 0, kPrintPageWidth, kPrintPageHeight};
+    return {std::move(page), all, all};
+}
+
+// ---- design report ----
+
+void DrawSummary(Surface& page, const DesignState& state, const StressDisplay& stresses,
+                 const std::optional<SectionPhases>& phases) {
+    constexpr float kValueX = 2300;
+    TextColumn column(page, 0, 620);
+    column.Heading("Design");
+    column.Row("Frequency:", FormatHz(state.frequency), kValueX);
+    column.Row("Plate load:", FormatNumber(state.plateR) + "ohms", kValueX);
+    column.Row("Intermediate resistance:", FormatNumber(state.intermediateR) + "ohms", kValueX);
+    column.Row("Load resistance:", FormatNumber(state.loadR) + "ohms", kValueX);
+    column.Row("Pi-section Q:", FormatNumber(state.piQ), kValueX);
+    column.Row("Generator resistance:", FormatNumber(state.genMultiplier * state.plateR) + "ohms",
+               kValueX);
+    column.Row("Peak swing:", FormatNumber(state.peakSwing) + "V", kValueX);
+    column.Row("RF power:", FormatNumber(state.rfPower) + "W", kValueX);
+    column.Skip();
+    if (phases) {
+        column.Row("Pi phase:", FormatNumber(phases->piPhase) + "deg.", kValueX);
+        column.Row("L phase:", FormatNumber(phases->lPhase) + "deg.", kValueX);
+    }
+    for (const StressText& text : stresses.texts)
+        if (text.part == StressPart::TotalPhase) column.Line(text.text);
+}
+
+std::string StressTextOf(const StressDisplay& stresses, StressPart part) {
+    for (const StressText& text : stresses.texts)
+        if (text.part == part) return text.text;
+    return {};
+}
+
+// The peak voltage across an inductor: its current times its reactance, where the current is
+// shown at all.
+std::string InductorVoltage(const StressDisplay& stresses, StressPart current, float amps,
+                            float reactance) {
+    if (StressTextOf(stresses, current).empty()) return {};
+    return FormatNumber(static_cast<float>(amps * reactance * std::sqrt(2.0))) + "Vpeak";
+}
+
+struct TableRow {
+    const char* part;
+    std::string value;
+    float reactance;
+    std::string voltage;
+    std::string current;
+    std::optional<TankPart> tankPart;
+};
+
+void DrawComponentTable(Surface& page, const ComponentValues& parts, const StressDisplay& stresses,
+                        const std::optional<TankLosses>& losses) {
+    constexpr std::array<float, 6> kColumnX{4300, 4750, 5850, 7000, 8150, 9250};
+    float y = 620;
+    page.SetFont(kFont, kHeadingPoints, true);
+    page.Text(kColumnX[0], y, "Components and stresses");
+    y += kLineStep + 40;
+    page.SetFont(kFont, kBodyPoints, true);
+    const std::array<const char*, 6> headers{"Part",    "Value",   "Reactance",
+                                             "Voltage", "Current", "Loss"};
+    for (std::size_t i = 0; i < headers.size() - (losses ? 0 : 1); ++i)
+        page.Text(kColumnX[i], y, headers[i]);
+    page.SetFont(kFont, kBodyPoints);
+    using enum StressPart;
+    const std::array<TableRow, 5> rows{{
+        {"C1", FormatFarad(parts.C1), parts.xC1, StressTextOf(stresses, C1Voltage),
+         StressTextOf(stresses, C1Current), TankPart::C1},
+        {"L1", FormatHenry(parts.L1), parts.xL1,
+         InductorVoltage(stresses, L1Current, stresses.iL1, parts.xL1),
+         StressTextOf(stresses, L1Current), TankPart::L1},
+        {"C2", FormatFarad(parts.C2), parts.xC2, StressTextOf(stresses, C2Voltage),
+         StressTextOf(stresses, C2Current), TankPart::C2},
+        {"L2", FormatHenry(parts.L2), parts.xL2,
+         InductorVoltage(stresses, L2Current, stresses.iL2, parts.xL2),
+         StressTextOf(stresses, L2Current), TankPart::L2},
+        {"C3", FormatFarad(parts.C3), parts.xC3, StressTextOf(stresses, C3Voltage),
+         StressTextOf(stresses, C3Current), TankPart::C3},
+    }};
+    for (const TableRow& row : rows) {
+        y += kLineStep;
+        const std::array<std::string, 5> cells{
+            row.part, row.value, FormatNumber(row.reactance) + "ohms", row.voltage, row.current};
+        for (std::size_t i = 0; i < cells.size(); ++i)
+            page.Text(kColumnX[i], y, cells[i]);
+        if (losses)
+            page.Text(kColumnX[5], y,
+                      FormatNumber(static_cast<float>(losses->Watts(*row.tankPart))) + "W");
+    }
+}
+
+void DrawLosses(Surface& page, const TankLosses& losses) {
+    TextColumn column(page, 4300, 2400);
+    column.Heading("Tank losses");
+    column.Line("With coils of unloaded Q " + FormatNumber(static_cast<float>(losses.q.coil)) +
+                "and capacitors of Q " + FormatNumber(static_cast<float>(losses.q.capacitor)) +
+                ":");
+    column.Line("efficiency " + FormatNumber(static_cast<float>(losses.efficiencyPercent)) +
+                "%, loss " + FormatNumber(static_cast<float>(losses.lossDb)) + "dB;");
+    column.Line("the network takes in " + FormatNumber(static_cast<float>(losses.inputWatts)) +
+                "W for " + FormatNumber(static_cast<float>(losses.loadWatts)) + "W into the load.");
+}
+
+// The explanatory block without its last two lines, which invite an entry on the screen.
+void DrawNotes(Surface& page, const StressDisplay& stresses, float top) {
+    page.SetFont(kFont, kBodyPoints);
+    TextColumn column(page, kPlotLeft, top);
+    for (const StressText& text : stresses.texts)
+        if (text.part == StressPart::Note && text.noteLine < kGeneratorNoteLine - 1)
+            column.Line(text.text);
+}
+
+float GraphicsY(float screenY, const LogicalRect& window) {
+    return kGraphicsTop + (screenY - window.top) * kGraphicsScale;
+}
+
+void DrawRowCaptions(Surface& page) {
+    page.SetFont(kFont, kBodyPoints, true);
+    const std::array<std::pair<float, const char*>, 3> captions{{{kPiSectionRowY, "Pi section"},
+                                                                 {kLSectionRowY, "L section"},
+                                                                 {kNetworkRowY, "Pi-L network"}}};
+    for (const auto& [rowY, caption] : captions)
+        page.Text(0, GraphicsY(rowY, kSchematicWindow), caption,
+                  TextAlign{HorizontalAlign::Left, VerticalAlign::Middle});
+}
+
+PagePlacement Place(Surface drawing, const LogicalRect& window, float left) {
+    const LogicalRect target{left, kGraphicsTop, window.width * kGraphicsScale,
+                             window.height * kGraphicsScale};
+    return {std::move(drawing), window, target};
+}
+
+PagePlacement SchematicPlacement(const DesignState& state, const StressDisplay& stresses) {
+    Surface drawing(kDesignScreenWidth, kDesignScreenHeight);
+    DrawSchematic(drawing, state);
+    drawing.SetFont(kFont, 8);
+    for (const StressText& text : stresses.texts) {
+        if (text.part == StressPart::Note) continue;
+        const ScreenPoint at = StressTextPlace(text);
+        drawing.Text(at.x, at.y, text.text);
+    }
+    return Place(std::move(drawing), kSchematicWindow, kCaptionWidth);
+}
+
+PagePlacement PlotPlacement(const DesignState& state, const DesignResults& results) {
+    Surface drawing(kDesignScreenWidth, kDesignScreenHeight);
+    DrawSmallPlot(drawing, state, results);
+    return Place(std::move(drawing), kPlotWindow, kPlotLeft);
+}
+
+// ---- winding data ----
+
+void DrawWinding(TextColumn& column, const CoilState& coil) {
+    constexpr float kValueX = 3300;
+    const bool cm = IsCentimetreMode(coil);
+    const float scale = cm ? 2.54f : 1.0f;
+    const std::string unit = cm ? " (cm):" : " (in):";
+    const bool gauge = coil.actualGauge != kNoGauge;
+    column.Heading(std::string("Winding data for ") + (coil.inductorChoice == 2 ? "L2" : "L1") +
+                   " inductor:");
+    column.Row("Inductance:", FormatHenry(coil.targetInductance), kValueX);
+    column.Row("Turns:", FormatNumber(coil.coilTurns), kValueX);
+    column.Row("Length" + unit, FormatNumber(coil.coilLength * scale), kValueX);
+    column.Row("Median diameter" + unit, FormatNumber(coil.coilDiameter * scale), kValueX);
+    column.Row(cm ? "Turns per cm:" : "Turns per in:", FormatNumber(coil.turnsPerInch / scale),
+               kValueX);
+    column.Row("Wire gauge:", gauge ? PlainText(coil.actualGauge) : "none given", kValueX);
+    column.Row("Critical gauge:", PlainText(coil.criticalGauge), kValueX);
+    column.Row("Wire diameter" + unit, gauge ? FormatNumber(coil.wireDiameter * scale) : "-",
+               kValueX);
+    column.Row("Percent fill:", gauge ? FormatNumber(coil.percentFill) + "%" : "-", kValueX);
+    column.Row("Wire length" + unit, FormatNumber(coil.wireLengthInches * scale), kValueX);
+    column.Skip();
+}
+
+}  // namespace
+
+PrintDocument DesignReportDocument(const DesignState& state, const DesignResults& results,
+                                   const std::string& date) {
+    // The stresses follow the values the design holds now; the state itself stays untouched.
+    DesignState scratch = state;
+    SilentReporter silent;
+    const StressDisplay stresses = ShowStresses(scratch, silent);
+
+    Surface text(kPrintPageWidth, kPrintPageHeight);
+    DrawTitle(text, "VARO - Pi-L network design");
+    DrawSummary(text, state, stresses, results.phases);
+    DrawComponentTable(text, ComponentValues::Of(state), stresses, results.losses);
+    if (results.losses) DrawLosses(text, *results.losses);
+    DrawRowCaptions(text);
+    DrawNotes(text, stresses, GraphicsY(kPlotWindow.top + kPlotWindow.height, kPlotWindow) + 300);
+    DrawFooter(text, 1, 1, date);
+
+    PrintPage page{kPrintPageWidth, kPrintPageHeight, {}};
+    page.placements.push_back(WholePage(std::move(text)));
+    page.placements.push_back(SchematicPlacement(scratch, stresses));
+    page.placements.push_back(PlotPlacement(state, results));
+    return {"VARO design report", {std::move(page)}};
+}
+
+PrintDocument WindingDataDocument(const std::array<std::optional<CoilState>, 2>& windings,
+                                  const std::string& date) {
+    Surface text(kPrintPageWidth, kPrintPageHeight);
+    DrawTitle(text, "VARO - Inductor design");
+    TextColumn column(text, 0, 700);
+    for (const auto& winding : windings)
+        if (winding) DrawWinding(column, *winding);
+    DrawFooter(text, 1, 1, date);
+    PrintPage page{kPrintPageWidth, kPrintPageHeight, {}};
+    page.placements.push_back(WholePage(std::move(text)));
+    return {"VARO winding data", {std::move(page)}};
+}
+
+}  // namespace varo

@@ -1,0 +1,138 @@
+#include "platform/qt/qt_print.h"
+
+#include <QAction>
+#include <QDialog>
+#include <QFileInfo>
+#include <QLocale>
+#include <QMarginsF>
+#include <QPageLayout>
+#include <QPageSize>
+#include <QPrintPreviewDialog>
+#include <QPrinter>
+#include <QToolBar>
+
+#include "platform/qt/qt_dialogs.h"
+#include "platform/qt/replay.h"
+
+namespace varo {
+
+namespace {
+
+using Status = PrintOutcome::Status;
+
+QRectF ToQRect(const LogicalRect& rect) {
+    return QRectF(rect.left, rect.top, rect.width, rect.height);
+}
+
+// Where the whole drawing lands when its source window is laid onto `box`.
+QRectF WholeDrawingRect(const PagePlacement& placement, const QRectF& box) {
+    const qreal scaleX = box.width() / placement.source.width;
+    const qreal scaleY = box.height() / placement.source.height;
+    return QRectF(box.x() - placement.source.left * scaleX, box.y() - placement.source.top * scaleY,
+                  placement.drawing.width() * scaleX, placement.drawing.height() * scaleY);
+}
+
+void PaintPlacement(const PagePlacement& placement, QPainter& painter, const QRectF& page,
+                    qreal scale) {
+    if (placement.source.width <= 0 || placement.source.height <= 0) return;
+    const QRectF target = ToQRect(placement.target);
+    const QRectF box(page.x() + target.x() * scale, page.y() + target.y() * scale,
+                     target.width() * scale, target.height() * scale);
+    painter.save();
+    painter.setClipRect(box, Qt::IntersectClip);
+    ReplaySurface(placement.drawing, painter, WholeDrawingRect(placement, box));
+    painter.restore();
+}
+
+PrintOutcome Failed(std::string detail) {
+    return {Status::Failed, std::move(detail)};
+}
+
+}  // namespace
+
+void SetDefaultPaper(QPrinter& printer) {
+    const bool usUnits = QLocale::system().measurementSystem() == QLocale::ImperialUSSystem;
+    printer.setPageSize(QPageSize(usUnits ? QPageSize::Letter : QPageSize::A4));
+    printer.setPageMargins(
+        QMarginsF(kPrintMarginMm, kPrintMarginMm, kPrintMarginMm, kPrintMarginMm),
+        QPageLayout::Millimeter);
+}
+
+void PaintPage(const PrintPage& page, QPainter& painter, const QRectF& target) {
+    if (page.width <= 0 || page.height <= 0) return;
+    const QRectF fitted =
+        FittedRect(QSizeF(page.width, page.height), target, SurfaceFit::KeepAspect);
+    const qreal scale = fitted.width() / page.width;
+    for (const PagePlacement& placement : page.placements)
+        PaintPlacement(placement, painter, fitted, scale);
+}
+
+PrintOutcome PaintDocument(const PrintDocument& document, QPrinter& printer) {
+    if (!printer.isValid()) return Failed("No printer is available.");
+    printer.setDocName(QString::fromStdString(document.name));
+    QPainter painter;
+    if (!painter.begin(&printer)) return Failed("The printer did not accept the job.");
+    const QRectF area(QPointF(0, 0),
+                      printer.pageLayout().paintRectPixels(printer.resolution()).size());
+    for (std::size_t i = 0; i < document.pages.size(); ++i) {
+        if (i > 0 && !printer.newPage()) return Failed("The printer did not take the next page.");
+        PaintPage(document.pages[i], painter, area);
+    }
+    if (!painter.end()) return Failed("The printer could not finish the job.");
+    return {Status::Printed, {}};
+}
+
+PrintOutcome WritePdf(const PrintDocument& document, const std::string& path) {
+    const QString file = QString::fromStdString(path);
+    // The PDF engine quietly writes nothing where it cannot open the file: find that out first.
+    const QFileInfo info(file);
+    if (path.empty() || info.isDir() || !QFileInfo(info.absolutePath()).isWritable() ||
+        (info.exists() && !info.isWritable()))
+        return Failed("Cannot write " + path + ".");
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setOutputFormat(QPrinter::PdfFormat);
+    printer.setOutputFileName(file);
+    SetDefaultPaper(printer);
+    PrintOutcome outcome = PaintDocument(document, printer);
+    if (outcome.status == Status::Failed) outcome.detail += " (" + path + ")";
+    return outcome;
+}
+
+QImage RenderPage(const PrintPage& page, QSize size) {
+    QImage image(size, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    PaintPage(page, painter, QRectF(QPointF(0, 0), QSizeF(size)));
+    painter.end();
+    return image;
+}
+
+PrintOutcome QtDialogs::Print(const PrintDocument& document) {
+    QPrinter printer(QPrinter::HighResolution);
+    SetDefaultPaper(printer);
+    printer.setDocName(QString::fromStdString(document.name));
+    QPrintPreviewDialog preview(&printer, parent_);
+    preview.setWindowTitle(QString::fromStdString(document.name));
+    // The preview and the real print run through here alike; what counts is the last run, the
+    // one the dialog is accepted after.
+    PrintOutcome outcome;
+    QObject::connect(&preview, &QPrintPreviewDialog::paintRequested,
+                     [&](QPrinter* target) { outcome = PaintDocument(document, *target); });
+    bool savedPdf = false;
+    QAction* saveAsPdf = new QAction(QObject::tr("Save as PDF"), &preview);
+    saveAsPdf->setObjectName("actSaveAsPdf");
+    QObject::connect(saveAsPdf, &QAction::triggered, [&] {
+        const auto path = AskSaveFileName(
+            {"Save as PDF", "PDF document (*.pdf)|*.pdf", 1, document.name + ".pdf", true});
+        if (!path) return;
+        outcome = WritePdf(document, *path);
+        savedPdf = true;
+        preview.accept();
+    });
+    if (QToolBar* toolbar = preview.findChild<QToolBar*>()) toolbar->addAction(saveAsPdf);
+    const int result = preview.exec();
+    if (result != QDialog::Accepted && !savedPdf) return {};
+    return outcome;
+}
+
+}  // namespace varo

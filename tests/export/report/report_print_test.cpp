@@ -1,0 +1,162 @@
+#include <gtest/gtest.h>
+
+#include <QColor>
+#include <QImage>
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <memory>
+#include <string>
+
+#include "core/design_fixture.h"
+#include "core/numtext.h"
+#include "export/report/printing.h"
+#include "export/report/report_pages.h"
+#include "platform/qt/qt_print.h"
+#include "support/recording_reporter.h"
+#include "support/temp_folder.h"
+
+namespace varo {
+namespace {
+
+using test::RecordingReporter;
+using testing::ReadBytes;
+using testing::TempFolder;
+
+// Answers the print dialogs with "Save as PDF" to the scripted path, as the desktop does.
+class PdfDialogs : public ScriptedDialogs {
+  public:
+    std::optional<std::string> pdfPath;
+    PrintOutcome Print(const PrintDocument& document) override {
+        ScriptedDialogs::Print(document);
+        return pdfPath ? WritePdf(document, *pdfPath) : PrintOutcome{};
+    }
+};
+
+std::string Run(const std::string& command) {
+    std::string output;
+    std::unique_ptr<FILE, int (*)(FILE*)> pipe(popen(command.c_str(), "r"), pclose);
+    std::array<char, 4096> buffer{};
+    while (pipe && fgets(buffer.data(), buffer.size(), pipe.get()))
+        output += buffer.data();
+    return output;
+}
+
+// What a reader of the file finds: its page count, and its text without line breaks.
+struct PdfContents {
+    std::string pages;
+    std::string text;
+};
+
+PdfContents Read(const std::string& path) {
+    std::string text = Run("pdftotext -raw '" + path + "' -");
+    for (char& c : text)
+        if (c == '\n') c = ' ';
+    return {Run("pdfinfo '" + path + "' | sed -n 's/^Pages: *//p'"), text};
+}
+
+class ReportTest : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        test::SetDesign(*state, test::kReferenceDesign);
+        state->peakSwing = 2500;
+        state->rfPower = 1000;
+        RecordingReporter reporter;
+        ASSERT_TRUE(CalculateDesign(*state, reporter, results));
+    }
+    std::unique_ptr<DesignState> state = std::make_unique<DesignState>();
+    DesignResults results;
+    TempFolder folder;
+};
+
+TEST_F(ReportTest, DesignReportPdfHoldsValuesStressesAndFooterOnOnePage) {
+    PdfDialogs dialogs;
+    dialogs.pdfPath = folder.File("report.pdf");
+    ASSERT_TRUE(PrintDesignReport(*state, results, dialogs));
+    EXPECT_TRUE(dialogs.messages().empty());
+    EXPECT_EQ(ReadBytes(*dialogs.pdfPath).substr(0, 4), "%PDF");
+    const PdfContents pdf = Read(*dialogs.pdfPath);
+    EXPECT_EQ(pdf.pages, "1\n");
+    std::vector<std::string> expected{kPrintFooter, "227.626pF", "10.3456uH",  "494.23pF",
+                                      "4.56258uH",  "304.172pF", "Page 1 of 1"};
+    for (const StressText& text : results.stresses.texts)
+        if (text.part != StressPart::Note) expected.push_back(text.text);
+    for (const std::string& text : expected)
+        EXPECT_NE(pdf.text.find(text), std::string::npos) << text << " not in " << pdf.text;
+}
+
+TEST_F(ReportTest, ReportShowsTheValuesTheDesignHoldsAfterANudge) {
+    state->C3 *= 1.1f;
+    const PrintDocument document = DesignReportDocument(*state, results, "1/2/2026");
+    const auto& texts = document.pages.at(0).placements.at(0).drawing.ops();
+    const auto shows = [&](const std::string& text) {
+        return std::any_of(texts.begin(), texts.end(),
+                           [&](const DrawOp& op) { return op.text == text; });
+    };
+    EXPECT_TRUE(shows(FormatFarad(state->C3)));
+    EXPECT_FALSE(shows(FormatFarad(results.components.C3)));
+}
+
+TEST_F(ReportTest, SchematicAndPlotAreasAreDrawn) {
+    const PrintPage page = DesignReportDocument(*state, results, "").pages.at(0);
+    constexpr int kWidth = 1020;
+    const QImage image = RenderPage(page, QSize(kWidth, 1410));
+    const float scale = kWidth / kPrintPageWidth;
+    for (std::size_t i = 1; i < page.placements.size(); ++i) {
+        const LogicalRect& box = page.placements[i].target;
+        int inked = 0;
+        for (int y = int(box.top * scale); y < int((box.top + box.height) * scale); ++y)
+            for (int x = int(box.left * scale); x < int((box.left + box.width) * scale); ++x)
+                inked += image.pixelColor(x, y) != QColor(Qt::white);
+        EXPECT_GT(inked, 2000) << "drawing " << i;
+    }
+}
+
+TEST_F(ReportTest, FailedPrintSaysPrinterErrorAndCancelSaysNothing) {
+    struct Case {
+        std::optional<std::string> path;
+        std::vector<std::string> titles;
+    };
+    const Case cases[] = {{folder.File("no/such/folder/r.pdf"), {"Printer Error"}},
+                          {folder.str(), {"Printer Error"}},
+                          {std::nullopt, {}}};
+    for (const Case& c : cases) {
+        PdfDialogs dialogs;
+        dialogs.pdfPath = c.path;
+        EXPECT_FALSE(PrintDesignReport(*state, results, dialogs));
+        std::vector<std::string> titles;
+        for (const auto& event : dialogs.events())
+            if (event.kind == ScriptedDialogs::Event::Kind::Message) titles.push_back(event.title);
+        EXPECT_EQ(titles, c.titles) << c.path.value_or("cancelled");
+    }
+}
+
+TEST(WindingPrintTest, WorkedExampleOnOnePage) {
+    CoilState coil;
+    coil.inductorChoice = 1;
+    coil.targetInductance = 10e-6f;
+    coil.coilDiameter = 2;
+    coil.coilLength = 4;
+    coil.actualGauge = 14;
+    TextFields<CoilForm> form;
+    form.SetText(CoilField::Gauge, "14");
+    ScriptedDialogs quiet;
+    ASSERT_TRUE(ComputeCoil(coil, form, quiet));
+
+    TempFolder folder;
+    PdfDialogs dialogs;
+    dialogs.pdfPath = folder.File("winding.pdf");
+    ASSERT_TRUE(PrintWindingData({coil, std::nullopt}, dialogs));
+    const PdfContents pdf = Read(*dialogs.pdfPath);
+    EXPECT_EQ(pdf.pages, "1\n");
+    for (const char* text : {"Winding data for L1 inductor:", "22.136", "35.609 %", kPrintFooter})
+        EXPECT_NE(pdf.text.find(text), std::string::npos) << text << " not in " << pdf.text;
+    EXPECT_EQ(pdf.text.find("L2 inductor"), std::string::npos);
+
+    dialogs.pdfPath = folder.str();
+    EXPECT_FALSE(PrintWindingData({coil, coil}, dialogs));
+    EXPECT_EQ(dialogs.messages().back(), "We had a problem printing the inductor design data");
+}
+
+}  // namespace
+}  // namespace varo
