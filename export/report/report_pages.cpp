@@ -97,11 +97,11 @@ void DrawSummary(Surface& page, const DesignState& state, const StressDisplay& s
     TextColumn column(page, 0, 620);
     column.Heading("Design");
     column.Row("Frequency:", FormatHz(state.frequency), kValueX);
-    column.Row("Plate load:", FormatNumber(state.plateR) + "ohms", kValueX);
-    column.Row("Intermediate resistance:", FormatNumber(state.intermediateR) + "ohms", kValueX);
-    column.Row("Load resistance:", FormatNumber(state.loadR) + "ohms", kValueX);
+    column.Row("Plate load:", WithUnit(state.plateR, "ohms"), kValueX);
+    column.Row("Intermediate resistance:", WithUnit(state.intermediateR, "ohms"), kValueX);
+    column.Row("Load resistance:", WithUnit(state.loadR, "ohms"), kValueX);
     column.Row("Pi-section Q:", FormatNumber(state.piQ), kValueX);
-    column.Row("Generator resistance:", FormatNumber(state.genMultiplier * state.plateR) + "ohms",
+    column.Row("Generator resistance:", WithUnit(state.genMultiplier * state.plateR, "ohms"),
                kValueX);
     column.Row("Peak swing:", FormatNumber(state.peakSwing) + "V", kValueX);
     column.Row("RF power:", FormatNumber(state.rfPower) + "W", kValueX);
@@ -167,8 +167,8 @@ void DrawComponentTable(Surface& page, const ComponentValues& parts, const Stres
     }};
     for (const TableRow& row : rows) {
         y += kLineStep;
-        const std::array<std::string, 5> cells{
-            row.part, row.value, FormatNumber(row.reactance) + "ohms", row.voltage, row.current};
+        const std::array<std::string, 5> cells{row.part, row.value, WithUnit(row.reactance, "ohms"),
+                                               row.voltage, row.current};
         for (std::size_t i = 0; i < cells.size(); ++i)
             page.Text(kColumnX[i], y, cells[i]);
         if (losses)
