@@ -4,19 +4,28 @@
 
 namespace varo {
 
+namespace {
+
+// Field by field: an aggregate with many defaulted members trips a false "maybe uninitialized"
+// in optimised builds of some compilers.
+ScriptedDialogs::Event MakeEvent(ScriptedDialogs::Event::Kind kind, std::string_view text) {
+    ScriptedDialogs::Event event;
+    event.kind = kind;
+    event.text = text;
+    return event;
+}
+
+}  // namespace
+
 void ScriptedDialogs::ShowMessage(std::string_view text, std::string_view title, MessageIcon icon) {
-    Event event{Event::Kind::Message,
-                std::string(text),
-                std::string(title.empty() ? kProgramTitle : title),
-                icon,
-                {},
-                {},
-                {}};
+    Event event = MakeEvent(Event::Kind::Message, text);
+    event.title = title.empty() ? kProgramTitle : title;
+    event.icon = icon;
     events_.push_back(std::move(event));
 }
 
 void ScriptedDialogs::Beep() {
-    events_.push_back(Event{Event::Kind::Beep, {}, {}, {}, {}, {}, {}});
+    events_.push_back(MakeEvent(Event::Kind::Beep, {}));
 }
 
 void ScriptedDialogs::ShowFailure(std::string_view text, std::string_view detail,
@@ -31,7 +40,9 @@ void ScriptedDialogs::BeepFailure(std::string_view detail) {
 }
 
 std::optional<std::string> ScriptedDialogs::AskSaveFileName(const SaveDialogRequest& request) {
-    events_.push_back(Event{Event::Kind::SaveDialog, request.title, {}, {}, request, {}, {}});
+    Event event = MakeEvent(Event::Kind::SaveDialog, request.title);
+    event.request = request;
+    events_.push_back(std::move(event));
     if (saveAnswers_.empty()) return std::nullopt;
     auto answer = std::move(saveAnswers_.front());
     saveAnswers_.pop_front();
@@ -39,7 +50,9 @@ std::optional<std::string> ScriptedDialogs::AskSaveFileName(const SaveDialogRequ
 }
 
 PrintOutcome ScriptedDialogs::Print(const PrintDocument& document) {
-    events_.push_back(Event{Event::Kind::Print, document.name, {}, {}, {}, {}, document});
+    Event event = MakeEvent(Event::Kind::Print, document.name);
+    event.document = document;
+    events_.push_back(std::move(event));
     if (printAnswers_.empty()) return {};
     auto answer = std::move(printAnswers_.front());
     printAnswers_.pop_front();

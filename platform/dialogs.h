@@ -54,7 +54,7 @@ class Dialogs {
 class ScriptedDialogs : public Dialogs {
   public:
     struct Event {
-        enum class Kind { Message, Beep, SaveDialog, Print } kind;
+        enum class Kind { Message, Beep, SaveDialog, Print } kind = Kind::Message;
         std::string text;   // message text, or the dialog's title
         std::string title;  // message title as shown (kProgramTitle when none was given)
         MessageIcon icon = MessageIcon::None;
