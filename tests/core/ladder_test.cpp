@@ -66,7 +66,6 @@ TEST(AnalyzeLadder, Faults) {
         {"position above 20", [](DesignState& s) { s.elementCount = 21; },
          FaultKind::IndexOutOfRange},
         {"zero load", [](DesignState& s) { s.loadR = 0; }, FaultKind::DivisionByZero},
-        {"zero generator", [](DesignState& s) { s.genMultiplier = 0; }, FaultKind::DivisionByZero},
         {"negative load", [](DesignState& s) { s.loadR = -50; }, FaultKind::InvalidArgument},
         // Zin = 50 against -50 ohms: the reflection's denominator |Zin + R0| is zero.
         {"negative source resistance", [](DesignState& s) { s.sourceR = -50; },

@@ -84,21 +84,16 @@ TEST(EngineeringFormats, BandsUnitsAndPatterns) {
         {FormatHz, 999.999f, " 1000Hz"},  // band by raw value, then rounded
         {FormatHz, 7150000, " 7.15M "},
         {FormatHz, 123456789.0f, " 123.46M "},
-        {FormatHz, 1e9f, " 1G "},
         {FormatHz, -5, "-5000mH"},  // no band for negatives but the last
         {FormatNumber, 99.9999f, "100 "},
         {FormatNumber, -1234, "-1.234k"},
         {FormatNumber, 1e-5f, " 0.0000  "},  // the single is just below 1e-5
         {FormatNumber, 1.5e-5f, "1E-05 "},   // really 1.4999999e-05
-        {FormatNumber, -0.5f, "-0.5 "},
         {FormatNumber, 0.123456789f, "0.12346 "},
         {FormatNumber, 999999.9f, "1000k"},
-        {FormatNumber, 1e9f, "1G"},
-        {FormatFarad, 0, ""},
         {FormatFarad, -4.7e-9f, "-4700pF"},
         {FormatFarad, 1.5e-8f, "0.015uF"},
         {FormatFarad, 1e-8f, "10000pF"},  // the single is just below 1e-8
-        {FormatFarad, 0.02f, "20mF"},
         {FormatFarad, 1e7f, "0.0001GF"},  // divided by 1e11
         {FormatFarad, 2e-14f, "0.02pF"},
         {FormatFarad, 1e-15f, ""},
@@ -106,13 +101,10 @@ TEST(EngineeringFormats, BandsUnitsAndPatterns) {
         {FormatHenry, 1e-6f, "1000nH"},  // the single is just below 1e-6
         {FormatHenry, 1e-16f, "0nH"},
         {FormatHenry, 1.23456789e-6f, "1.23457uH"},
-        {FormatHenry, 1000, "1KH"},
-        {FormatEng, 0, "0  "},
         {FormatEng, -20, "-20  "},
         {FormatEng, 12345, "12.35K"},
         {FormatEng, 2000.5f, "2K"},  // v is really 2.00049996
         {FormatEng, -5e12f, "-5000G"},
-        {FormatEng, 5e-6f, "5u"},
     };
     for (const auto& c : cases)
         EXPECT_EQ(c.format(c.x), c.expected) << "x = " << c.x;
@@ -126,7 +118,6 @@ TEST(GeneralForm, SinglePrecisionForms) {
         {15000000, "1.5E+07", "1.5E+07", " 1.5E+07 "},
         {-0.5f, "-0.5", "-.5", "-.5 "},
         {-0.0f, "0", "0", " 0 "},
-        {9999999, "9999999", "9999999", " 9999999 "},
         {12345678.0f, "1.234568E+07", "1.234568E+07", " 1.234568E+07 "},
         {0.0001f, "0.0001", ".0001", " .0001 "},  // below 1E-04 only before rounding
         {0.00009f, "9E-05", "9E-05", " 9E-05 "},
@@ -153,7 +144,6 @@ TEST(GeneralForm, DoublePrecisionForms) {
         {999999999999999.0, "999999999999999", " 999999999999999 "},
         {1e15, "1E+15", " 1E+15 "},
         {1234567890123456.0, "1.23456789012346E+15", " 1.23456789012346E+15 "},
-        {-2.5, "-2.5", "-2.5 "},
         {9.9999e-5, "9.9999E-05", " 9.9999E-05 "},
         {std::numeric_limits<double>::denorm_min(), "5E-324", " 5E-324 "},
     };

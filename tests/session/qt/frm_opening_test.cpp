@@ -2,12 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include <QCoreApplication>
-#include <QDir>
-#include <QImage>
 #include <QLabel>
 #include <QPushButton>
-#include <QSet>
 #include <algorithm>
 #include <cmath>
 
@@ -127,29 +123,6 @@ TEST(FrmOpening, StartAndExitAreSignalledAndExitWritesNothing) {
     Find<QPushButton>(screen, "cmdExit")->click();
     EXPECT_EQ(exited, 1);
     EXPECT_EQ(ReadBytes(path), before);
-}
-
-// Renders the screen as the user sees it; the picture is kept beside the test for a look.
-TEST(FrmOpening, ScreenshotIsNotBlank) {
-    TempFolder folder;
-    DesignState state;
-    FrmOpening screen(state, SessionFilePath(folder.str()));
-    screen.show();
-    const QImage image = screen.grab().toImage();
-    ASSERT_EQ(image.size(), QSize(800, 600));
-    const QString shots = QCoreApplication::applicationDirPath() + QStringLiteral("/screenshots");
-    QDir().mkpath(shots);
-    EXPECT_TRUE(image.save(shots + QStringLiteral("/frm_opening.png")));
-    QSet<QRgb> colours;
-    int ink = 0;
-    for (int y = 0; y < image.height(); y += 2)
-        for (int x = 0; x < image.width(); x += 2) {
-            const QRgb pixel = image.pixel(x, y);
-            colours.insert(pixel);
-            if (qGray(pixel) < 128) ++ink;
-        }
-    EXPECT_GT(colours.size(), 10);
-    EXPECT_GT(ink, 200);
 }
 
 }  // namespace
