@@ -57,26 +57,6 @@ TEST(SaveFile, WritesWholeOrLeavesThePreviousFileAndNoOtherFile) {
     }
 }
 
-TEST(SaveFile, NamesThePathAndReasonWhereNoFileCanBeMade) {
-    TempFolder folder;
-    std::filesystem::create_directory(folder.File("sub"));
-    const struct {
-        std::string path, reason;
-    } cases[] = {
-        {folder.File("missing/out.txt"), "No such file or directory"},
-        {folder.File("sub"), "Is a directory"},
-    };
-    for (const auto& c : cases) {
-        try {
-            SaveFile(c.path, "x");
-            ADD_FAILURE() << c.path;
-        } catch (const FileError& failure) {
-            EXPECT_EQ(std::string(failure.what()), c.path + ": " + c.reason);
-        }
-    }
-    EXPECT_EQ(Entries(folder), std::vector<std::string>{"sub"});
-}
-
 TEST(SaveFile, ReplacesTheFileALinkNamesKeepingLinkAndPermissions) {
     TempFolder folder;
     WriteBytes(folder.File("real.txt"), "old");
@@ -114,21 +94,6 @@ TEST(SaveFiles, AFailureWhileWritingAnyLeavesAllAsTheyWere) {
     EXPECT_EQ(ReadBytes(folder.File("a")), "old a");
     EXPECT_EQ(ReadBytes(folder.File("b")), "old b");
     EXPECT_EQ(Entries(folder), (std::vector<std::string>{"a", "b"}));
-}
-
-TEST(SaveFailure, AFaultWhileBuildingWritesNothingAndNamesThePath) {
-    TempFolder folder;
-    const std::string path = folder.File("out.txt");
-    WriteBytes(path, "old");
-    const auto failure = SaveFailure(path, [&] {
-        WriteTextFile(path, [](FileText& text) {
-            text.Line({"first"});
-            CheckedDivide(1, 0);
-        });
-    });
-    EXPECT_EQ(failure, path + ": " + ArithmeticFault(FaultKind::DivisionByZero).what());
-    EXPECT_EQ(ReadBytes(path), "old");
-    EXPECT_EQ(SaveFailure(path, [] {}), std::nullopt);
 }
 
 std::vector<std::string> AllLines(const std::string& bytes, std::size_t maxBytes = 1000) {

@@ -79,18 +79,6 @@ TEST(WriteLastSession, WritesTheThirteenLabelledLines) {
     EXPECT_EQ(state.spare, 0.0f);
 }
 
-TEST(WriteLastSession, ExponentFormFrequenciesReadBackUnchanged) {
-    TempFolder folder;
-    const std::string path = SessionFilePath(folder.str());
-    DesignState written;
-    Fill(written, {29700000, 4000, 200, 50, 14, 3000, 0, 1500});
-    ScriptedDialogs dialogs;
-    ASSERT_TRUE(WriteLastSession(written, path, dialogs));
-    DesignState read;
-    ReadLastSession(read, path);
-    EXPECT_EQ(InputsOf(read), InputsOf(written));
-}
-
 TEST(WriteLastSession, AFailureBeepsShowsTheMessageAndKeepsThePreviousFile) {
     TempFolder folder;
     const std::string path = SessionFilePath(folder.str());
