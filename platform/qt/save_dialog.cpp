@@ -6,6 +6,7 @@
 #include <QFileInfo>
 #include <QFormLayout>
 #include <QHBoxLayout>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMessageBox>
@@ -44,16 +45,17 @@ SaveDialog::SaveDialog(QWidget* parent, const QString& title, const QStringList&
                        int filterIndex, const QString& folder, const QString& proposedName,
                        bool overwritePrompt)
     : QDialog(parent),
-      folderText_(new QLineEdit),
+      folderText_(new QLabel),
       entries_(new QListWidget),
       fileName_(new QLineEdit(proposedName)),
       fileType_(new QComboBox),
       overwritePrompt_(overwritePrompt) {
     setWindowTitle(title);
     setObjectName(QStringLiteral("saveDialog"));
-    folderText_->setObjectName(QStringLiteral("txtFolder"));
-    folderText_->setReadOnly(true);
-    folderText_->setAccessibleName(tr("Folder"));
+    folderText_->setObjectName(QStringLiteral("lblFolder"));
+    folderText_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    folderText_->setMinimumWidth(0);
+    folderText_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     entries_->setObjectName(QStringLiteral("lstEntries"));
     entries_->setAccessibleName(tr("Folders and files"));
     fileName_->setObjectName(QStringLiteral("txtFileName"));
@@ -96,6 +98,7 @@ SaveDialog::SaveDialog(QWidget* parent, const QString& title, const QStringList&
 void SaveDialog::ShowFolder(const QDir& folder) {
     folder_ = QDir(folder.absolutePath());
     folderText_->setText(QDir::toNativeSeparators(folder_.absolutePath()));
+    folderText_->setToolTip(folderText_->text());
     ListFolder();
 }
 

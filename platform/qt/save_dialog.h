@@ -5,6 +5,7 @@
 #include <QStringList>
 
 class QComboBox;
+class QLabel;
 class QLineEdit;
 class QListWidget;
 class QListWidgetItem;
@@ -34,7 +35,7 @@ class SaveDialog : public QDialog {
     void OnItemActivated(QListWidgetItem* item);
     bool ConfirmOverwrite(const QString& path);
 
-    QLineEdit* folderText_;
+    QLabel* folderText_;
     QListWidget* entries_;
     QLineEdit* fileName_;
     QComboBox* fileType_;
