@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QAccessible>
 #include <QApplication>
 #include <QComboBox>
 #include <QLabel>
@@ -73,13 +74,21 @@ TEST(QtDialogs, SaveDialogListsTheFolderAndGivesTheChosenPath) {
     EXPECT_EQ(shownFilter, "Quarn files (*.KVF)");
     EXPECT_EQ(firstListing, QStringList({"sub/", "A.KVF", "b.kvf"}));
 
+    // A screen reader's view of a listed name must go with the dialog: kept until the program
+    // ends, it would refer to a list model long destroyed.
+    QAccessible::Id listedName = 0;
     WhenModalOpens([&](QWidget* dialog) {
         secondListing = Listed(dialog);
+        QAccessibleInterface* list =
+            QAccessible::queryAccessibleInterface(dialog->findChild<QListWidget*>("lstEntries"));
+        listedName = QAccessible::uniqueId(list->child(0));
         QMetaObject::invokeMethod(dialog, "reject");
     });
     EXPECT_EQ(dialogs.AskSaveFileName({"Write", "All files (*.*)|*.*", 1, "x", false}),
               std::nullopt);
     EXPECT_EQ(secondListing, QStringList({"sub/", "A.KVF", "b.kvf", "c.txt"}));
+    EXPECT_NE(listedName, 0u);
+    EXPECT_EQ(QAccessible::accessibleInterface(listedName), nullptr);
 }
 
 // The text shows as given, no line wrapped; a failure's path and reason show below it.
