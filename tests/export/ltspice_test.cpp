@@ -5,7 +5,6 @@
 #include <sstream>
 #include <string>
 
-#include "core/fault.h"
 #include "export/design_cases.h"
 #include "platform/dialogs.h"
 #include "platform/file_size_limit.h"
@@ -161,16 +160,6 @@ TEST(LTspiceSchematic, SourceAndSweepLinesFollowTheInputs) {
         c.change(state);
         EXPECT_EQ(LineOf(LTspiceSchematicText(state), c.line), c.expected) << c.name;
     }
-}
-
-TEST(LTspiceSchematic, PlateZeroIsAFaultAfterTheLinesBeforeTheAmplitude) {
-    DesignState state = HandDesign(LSection::None);
-    state.plateR = 0;
-    FileText text;
-    EXPECT_THROW(BuildLTspiceSchematic(state, text), ArithmeticFault);
-    EXPECT_EQ(text.str(),
-              "Version 4\r\nSHEET 1  1000 \r\nSYMBOL voltage  0  64 R0\r\n"
-              "WINDOW 123 24 132 Left 0\r\nSYMATTR InstName Vgen\r\n");
 }
 
 TEST(WriteLTspiceSchematic, AFailureKeepsThePreviousFileAndNamesPathAndReason) {
