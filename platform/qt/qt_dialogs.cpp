@@ -1,10 +1,16 @@
 #include "platform/qt/qt_dialogs.h"
 
 #include <QApplication>
-#include <QFileDialog>
+#include <QDir>
+#include <QFileInfo>
+#include <QLabel>
 #include <QMessageBox>
+#include <QScreen>
 #include <QString>
+#include <QTextStream>
 #include <algorithm>
+
+#include "platform/qt/save_dialog.h"
 
 namespace varo {
 
@@ -28,6 +34,26 @@ QMessageBox::Icon ToQtIcon(MessageIcon icon) {
     return QMessageBox::NoIcon;
 }
 
+QString WithLineFeeds(std::string_view text) {
+    return FromText(text).replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+}
+
+// Qt wraps a message box's text at a width of its own choosing, which can leave one word on a
+// line; a label at least as wide as its longest line (up to most of the screen) keeps the lines
+// as the program broke them.
+void WidenToLongestLine(QMessageBox& box) {
+    const QScreen* screen = box.screen();
+    const int most = screen ? screen->availableGeometry().width() * 3 / 4 : 1000;
+    for (const char* name : {"qt_msgbox_label", "qt_msgbox_informativelabel"}) {
+        auto* label = box.findChild<QLabel*>(QLatin1String(name));
+        if (!label) continue;
+        int widest = 0;
+        for (const QString& line : label->text().split(QLatin1Char('\n')))
+            widest = std::max(widest, label->fontMetrics().horizontalAdvance(line));
+        label->setMinimumWidth(std::min(widest + 1, most));
+    }
+}
+
 }  // namespace
 
 QStringList ToQtNameFilters(std::string_view filter) {
@@ -49,10 +75,21 @@ QStringList ToQtNameFilters(std::string_view filter) {
 }
 
 void QtDialogs::ShowMessage(std::string_view text, std::string_view title, MessageIcon icon) {
-    QString body = FromText(text);
-    body.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
-    QMessageBox box(ToQtIcon(icon), FromText(title.empty() ? kProgramTitle : title), body,
-                    QMessageBox::Ok, parent_);
+    ShowBox(text, {}, title, icon);
+}
+
+void QtDialogs::ShowFailure(std::string_view text, std::string_view detail, std::string_view title,
+                            MessageIcon icon) {
+    ShowBox(text, detail, title, icon);
+}
+
+void QtDialogs::ShowBox(std::string_view text, std::string_view detail, std::string_view title,
+                        MessageIcon icon) {
+    QMessageBox box(ToQtIcon(icon), FromText(title.empty() ? kProgramTitle : title),
+                    WithLineFeeds(text), QMessageBox::Ok, parent_);
+    box.setTextFormat(Qt::PlainText);  // shown exactly as given, whatever it contains
+    if (!detail.empty()) box.setInformativeText(WithLineFeeds(detail));
+    WidenToLongestLine(box);
     box.exec();
 }
 
@@ -60,24 +97,19 @@ void QtDialogs::Beep() {
     QApplication::beep();
 }
 
+void QtDialogs::BeepFailure(std::string_view detail) {
+    QTextStream(stderr) << FromText(detail) << Qt::endl;
+    Beep();
+}
+
 std::optional<std::string> QtDialogs::AskSaveFileName(const SaveDialogRequest& request) {
-    QFileDialog dialog(parent_, FromText(request.title));
-    dialog.setOption(QFileDialog::DontUseNativeDialog, true);
-    dialog.setAcceptMode(QFileDialog::AcceptSave);
-    dialog.setFileMode(QFileDialog::AnyFile);
-    dialog.setOption(QFileDialog::DontConfirmOverwrite, !request.overwritePrompt);
-    const QStringList filters = ToQtNameFilters(request.filter);
-    if (!filters.isEmpty()) {
-        dialog.setNameFilters(filters);
-        const qsizetype index =
-            std::clamp<qsizetype>(request.filterIndex - 1, 0, filters.size() - 1);
-        dialog.selectNameFilter(filters[index]);
-    }
-    if (!request.proposedName.empty()) dialog.selectFile(FromText(request.proposedName));
+    SaveDialog dialog(parent_, FromText(request.title), ToQtNameFilters(request.filter),
+                      request.filterIndex - 1,
+                      lastFolder_.isEmpty() ? QDir::currentPath() : lastFolder_,
+                      FromText(request.proposedName), request.overwritePrompt);
     if (dialog.exec() != QDialog::Accepted) return std::nullopt;
-    const QStringList chosen = dialog.selectedFiles();
-    if (chosen.isEmpty()) return std::nullopt;
-    return chosen.front().toStdString();
+    lastFolder_ = QFileInfo(dialog.chosenPath()).absolutePath();
+    return dialog.chosenPath().toStdString();
 }
 
 }  // namespace varo

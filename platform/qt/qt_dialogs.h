@@ -23,17 +23,27 @@ class QtDialogs : public Dialogs {
     explicit QtDialogs(QWidget* parent = nullptr) : parent_(parent) {}
     void SetParent(QWidget* parent) { parent_ = parent; }
 
+    // Boxes are wide enough that no line of the text wraps.
     void ShowMessage(std::string_view text, std::string_view title = {},
                      MessageIcon icon = MessageIcon::None) override;
     void Beep() override;
-    // The dialog is Qt's own (not the desktop's), so it behaves the same everywhere.
+    // The dialog is the program's own (see SaveDialog); it opens in the folder last chosen.
     std::optional<std::string> AskSaveFileName(const SaveDialogRequest& request) override;
     // A print preview with Qt's print dialog behind its Print button and a "Save as PDF" action
     // (qt_print.cpp).
     PrintOutcome Print(const PrintDocument& document) override;
+    // The path and the system's reason show below the program's own sentence.
+    void ShowFailure(std::string_view text, std::string_view detail, std::string_view title = {},
+                     MessageIcon icon = MessageIcon::None) override;
+    // Only the beep: the detail goes to the error output for whoever runs the program there.
+    void BeepFailure(std::string_view detail) override;
 
   private:
+    void ShowBox(std::string_view text, std::string_view detail, std::string_view title,
+                 MessageIcon icon);
+
     QWidget* parent_;
+    QString lastFolder_;
 };
 
 }  // namespace varo

@@ -28,17 +28,14 @@ TEST(CheckedArithmetic, FaultsAndResults) {
         {"divide by zero", [] { return CheckedDivide(1, 0); }, FaultKind::DivisionByZero},
         {"divide by minus zero", [] { return CheckedDivide(1, -0.0); }, FaultKind::DivisionByZero},
         {"divide overflow", [] { return CheckedDivide(1e300, 1e-300); }, FaultKind::Overflow},
-        {"sqrt", [] { return CheckedSqrt(0); }, std::nullopt},
         {"sqrt(-1)", [] { return CheckedSqrt(-1); }, FaultKind::InvalidArgument},
         {"log(0)", [] { return CheckedLog(0); }, FaultKind::InvalidArgument},
-        {"log10(-1)", [] { return CheckedLog10(-1); }, FaultKind::InvalidArgument},
         {"exp overflow", [] { return CheckedExp(1000); }, FaultKind::Overflow},
         {"store 1e38", [] { return double{StoreSingle(1e38)}; }, std::nullopt},
         {"store 1e39", [] { return double{StoreSingle(1e39)}; }, FaultKind::Overflow},
         {"store NaN", [nan] { return double{StoreSingle(nan)}; }, FaultKind::InvalidArgument},
         {"index 20", [] { return double(CheckedIndex(20, 0, 20)); }, std::nullopt},
         {"index 21", [] { return double(CheckedIndex(21, 0, 20)); }, FaultKind::IndexOutOfRange},
-        {"index -1", [] { return double(CheckedIndex(-1, 0, 20)); }, FaultKind::IndexOutOfRange},
     };
     for (const auto& c : cases) {
         try {

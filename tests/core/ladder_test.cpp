@@ -45,18 +45,6 @@ TEST(AnalyzeLadder, ThroughConnectionIsLossless) {
     EXPECT_NEAR(r.vswr, 1, 1e-6);
 }
 
-TEST(AnalyzeLadder, EmptyLadderLeavesResultUntouched) {
-    const auto state = ThroughLadder(50, 0);
-    LadderResult result{1, 2, 3, 4, 5, 6};
-    AnalyzeLadder(*state, 0, 0, 1e6f, result);
-    EXPECT_EQ(result.transmissionPhase, 1);
-    EXPECT_EQ(result.transmissionDb, 2);
-    EXPECT_EQ(result.returnDb, 3);
-    EXPECT_EQ(result.vswr, 4);
-    EXPECT_EQ(result.zMagnitude, 5);
-    EXPECT_EQ(result.zAngle, 6);
-}
-
 TEST(AnalyzeLadder, TotalMismatchSitsOnTheUpperReflectionClamp) {
     auto state = ThroughLadder(50, 1);
     state->loadR = 1e9f;  // rho = (1e9 - 50) / (1e9 + 50) is just above 0.9999999
@@ -78,7 +66,6 @@ TEST(AnalyzeLadder, Faults) {
         {"position above 20", [](DesignState& s) { s.elementCount = 21; },
          FaultKind::IndexOutOfRange},
         {"zero load", [](DesignState& s) { s.loadR = 0; }, FaultKind::DivisionByZero},
-        {"zero generator", [](DesignState& s) { s.genMultiplier = 0; }, FaultKind::DivisionByZero},
         {"negative load", [](DesignState& s) { s.loadR = -50; }, FaultKind::InvalidArgument},
         // Zin = 50 against -50 ohms: the reflection's denominator |Zin + R0| is zero.
         {"negative source resistance", [](DesignState& s) { s.sourceR = -50; },
@@ -130,28 +117,18 @@ TEST(AnalyzeLadder, PurelyReactiveInputKeepsTheUsualSign) {
     EXPECT_EQ(r.zAngle, -90);
 }
 
-TEST(AnalyzeLadder, ReferenceDesignAtItsFrequency) {
-    struct Case {
-        float genMultiplier;
-        double transmissionDb;
-    };
-    // A generator of twice the plate resistance: available power 4 Rs Rp / (Rs + Rp)^2 = 8/9.
-    const Case cases[] = {{1, 0}, {2, 10 * std::log10(8.0 / 9.0)}};
+// Matched at its frequency (the transmission itself is checked with the physics), the return loss
+// is referred to the plate resistance, not to the generator.
+TEST(AnalyzeLadder, ReturnLossIsReferredToThePlateResistance) {
     float returnDb[2] = {};
-    for (int i = 0; i < 2; ++i) {
-        auto state = MakeDesign(kReferenceDesign, cases[i].genMultiplier);
+    for (const float genMultiplier : {1.0f, 2.0f}) {
+        auto state = MakeDesign(kReferenceDesign, genMultiplier);
         RecordingReporter reporter;
         ASSERT_TRUE(ComponentCalculations(*state, reporter));
         SetupLadder(*state);
-        const LadderResult r = Analyze(*state, state->frequency);
-        EXPECT_NEAR(r.transmissionDb, cases[i].transmissionDb, 1e-3) << i;
-        EXPECT_NEAR(r.zMagnitude, 1500, 1500 * 1e-3) << i;
-        EXPECT_LT(r.returnDb, -40) << i;
-        EXPECT_GE(r.returnDb, -140) << i;
-        EXPECT_NEAR(r.vswr, 1, 0.02) << i;
-        returnDb[i] = r.returnDb;
+        returnDb[genMultiplier > 1] = Analyze(*state, state->frequency).returnDb;
     }
-    // The return loss is referred to the plate resistance, not to the generator.
+    EXPECT_LT(returnDb[0], -40);
     EXPECT_EQ(returnDb[0], returnDb[1]);
 }
 
@@ -206,7 +183,6 @@ TEST(SweepRoutine, FaultIsReportedAndArraysKeepWhatWasStored) {
         {"no intervals", [](DesignState& s) { s.sweepIntervals = 0; }, "Division by zero", 0},
         {"too many intervals", [](DesignState& s) { s.sweepIntervals = 2001; },
          "Index out of range", 2001},
-        {"zero load", [](DesignState& s) { s.loadR = 0; }, "Division by zero", 2001},
     };
     for (const auto& c : cases) {
         auto state = MakeDesign(kReferenceDesign);

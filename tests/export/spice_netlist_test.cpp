@@ -36,7 +36,8 @@ const char kPiSection[] =
     "C2 mid 0 1.5E-08\r\n";
 const char kTail[] = ".ac dec 1000 1750000 14000000\r\n.end\r\n";
 
-// Without a swing the source drives 1 V: an amplitude of 0 would simulate nothing.
+// Without a swing the source drives 1 V: an amplitude of 0 would simulate nothing. (Where C3
+// sits in a step-down network the ngspice comparison shows.)
 TEST(SpiceNetlist, TextForEachLSection) {
     const struct {
         LSection section;
@@ -51,9 +52,6 @@ TEST(SpiceNetlist, TextForEachLSection) {
         {LSection::None, 0,
          Head("50", "0") + "* No peak plate swing entered: Vgen drives 1 V\r\n" +
              "Vgen gen 0 DC 0 AC 1\r\n" + kPiSection + "Rload mid 0 50\r\n" + kTail},
-        {LSection::StepsDown, 2500,
-         Head("100", "2500") + "Vgen gen 0 DC 0 AC 6250\r\n" + kPiSection +
-             "C3 mid 0 1E-10\r\nL2 mid load 4.7E-07\r\nRload load 0 50\r\n" + kTail},
     };
     for (const auto& c : cases) {
         DesignState state = HandDesign(c.section);

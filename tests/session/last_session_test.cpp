@@ -58,54 +58,25 @@ const char kFullFile[] =
     "Spare: 0\r\nRF power: 1000\r\n\r\n";
 
 TEST(WriteLastSession, WritesTheThirteenLabelledLines) {
-    const struct {
-        Inputs inputs;
-        std::string valueLines;
-    } cases[] = {
-        {{3900000, 1500, 300, 50, 12, 2500, 7, 1000},
-         "Frequency: 3900000\r\n"
-         "Plate impedance: 1500\r\n"
-         "Intermediate impedance: 300\r\n"
-         "Load impedance: 50\r\n"
-         "PI-section Q: 12\r\n"
-         "Peak plate voltage swing: 2500\r\n"
-         "Spare: 0\r\n"
-         "RF power: 1000\r\n"},
-        {{29700000, 2222.5, 312.5, 75, 0.5, -3, 0, 1.5},
-         "Frequency: 2.97E+07\r\n"
-         "Plate impedance: 2222.5\r\n"
-         "Intermediate impedance: 312.5\r\n"
-         "Load impedance: 75\r\n"
-         "PI-section Q: .5\r\n"
-         "Peak plate voltage swing: -3\r\n"
-         "Spare: 0\r\n"
-         "RF power: 1.5\r\n"},
-    };
-    for (const auto& c : cases) {
-        TempFolder folder;
-        DesignState state;
-        Fill(state, c.inputs);
-        ScriptedDialogs dialogs;
-        const std::string path = SessionFilePath(folder.str());
-        ASSERT_EQ(path, folder.str() + "/VARO.CFG");
-        ASSERT_TRUE(WriteLastSession(state, path, dialogs, "11/15/2026"));
-        EXPECT_TRUE(dialogs.events().empty());
-        EXPECT_EQ(ReadBytes(path),
-                  "VARO last-session file\r\n\r\n11/15/2026\r\n\r\n" + c.valueLines + "\r\n");
-        EXPECT_EQ(state.spare, 0.0f);
-    }
-}
-
-TEST(WriteLastSession, ExponentFormFrequenciesReadBackUnchanged) {
     TempFolder folder;
-    const std::string path = SessionFilePath(folder.str());
-    DesignState written;
-    Fill(written, {29700000, 4000, 200, 50, 14, 3000, 0, 1500});
+    DesignState state;
+    Fill(state, {29700000, 2222.5, 312.5, 75, 0.5, -3, 7, 1000});
     ScriptedDialogs dialogs;
-    ASSERT_TRUE(WriteLastSession(written, path, dialogs));
-    DesignState read;
-    ReadLastSession(read, path);
-    EXPECT_EQ(InputsOf(read), InputsOf(written));
+    const std::string path = SessionFilePath(folder.str());
+    ASSERT_EQ(path, folder.str() + "/VARO.CFG");
+    ASSERT_TRUE(WriteLastSession(state, path, dialogs, "11/15/2026"));
+    EXPECT_TRUE(dialogs.events().empty());
+    EXPECT_EQ(ReadBytes(path),
+              "VARO last-session file\r\n\r\n11/15/2026\r\n\r\n"
+              "Frequency: 2.97E+07\r\n"
+              "Plate impedance: 2222.5\r\n"
+              "Intermediate impedance: 312.5\r\n"
+              "Load impedance: 75\r\n"
+              "PI-section Q: .5\r\n"
+              "Peak plate voltage swing: -3\r\n"
+              "Spare: 0\r\n"
+              "RF power: 1000\r\n\r\n");
+    EXPECT_EQ(state.spare, 0.0f);
 }
 
 TEST(WriteLastSession, AFailureBeepsShowsTheMessageAndKeepsThePreviousFile) {
@@ -179,24 +150,17 @@ TEST(ReadLastSession, TakesUsefulLinesByPositionOnly) {
          "Plate impedance: 1800\r\nIntermediate impedance: 200\r\nLoad impedance: 50\r\n"
          "PI-section Q: 15\r\n",
          {3500000, 1800, 200, 50, 15, 11, 22, 33}},
-        {"a five-value file with trailing blank lines ends the same way",
-         "h\r\nd\r\n3500000\r\n1800\r\n200\r\n50\r\n15\r\n\r\n\r\n",
-         {3500000, 1800, 200, 50, 15, 11, 22, 33}},
         {"values already read stay when the file ends early",
          "h\r\nd\r\n7e6\r\n2000\r\n",
          {7000000, 2000, 300, 50, 12, 11, 22, 33}},
         {"fewer than three useful lines keep every default", "VARO last-session file\r\n11/15\r\n",
          kDefaults},
-        {"an empty file keeps every default", "", kDefaults},
         {"lone LF and lone CR end lines too",
          "h\nd\r7e6\n2000\r250\n75\n10\r2500\n0\n1000",
          {7000000, 2000, 250, 75, 10, 2500, 0, 1000}},
         {"nothing after the tenth useful line is read",
          "h\r\nd\r\n1\r\n2\r\n3\r\n4\r\n5\r\n6\r\n7\r\n8\r\n9\r\n10\r\n",
          {1, 2, 3, 4, 5, 6, 7, 8}},
-        {"a value the parser cannot read is what the parser makes of it",
-         "h\r\nd\r\nFrequency: abc\r\n2000\r\n250\r\n75\r\n10\r\n",
-         {0, 2000, 250, 75, 10, 11, 22, 33}},
     };
     for (const auto& c : cases)
         EXPECT_EQ(ReadFrom(c.bytes), c.expected) << c.name;
@@ -206,8 +170,8 @@ TEST(ReadLastSession, TakesUsefulLinesByPositionOnly) {
 TEST(ReadLastSession, AnythingButARegularFileGivesTheDefaultsAtOnce) {
     TempFolder folder;
     testing::MakePipe(folder.File("pipe"));
-    for (const std::string& path : {folder.File("none"), folder.str(), folder.File("pipe"),
-                                    std::string("/dev/zero"), std::string("/dev/urandom")}) {
+    for (const std::string& path :
+         {folder.File("none"), folder.File("pipe"), std::string("/dev/zero")}) {
         DesignState state;
         Fill(state, kBefore);
         state.genMultiplier = 5;

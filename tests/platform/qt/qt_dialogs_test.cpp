@@ -2,11 +2,17 @@
 
 #include <gtest/gtest.h>
 
+#include <QAccessible>
 #include <QApplication>
-#include <QFileDialog>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
 #include <QMessageBox>
 #include <QTimer>
 #include <functional>
+
+#include "support/temp_folder.h"
 
 namespace varo {
 namespace {
@@ -17,63 +23,100 @@ TEST(ToQtNameFilters, TurnsBarSeparatedPairsIntoQtFilters) {
         QStringList expected;
     };
     const Case cases[] = {
-        {"Quarn files (*.KVF)|*.KVF", {"Quarn files (*.KVF)"}},
         {"LTspice schematic files (*.ASC) | *.ASC", {"LTspice schematic files (*.ASC)"}},
         {"Overlay (*.S21)|*.S21|All files (*.*)|*.*", {"Overlay (*.S21)", "All files (*.*)"}},
         {"Text files|*.TXT", {"Text files (*.TXT)"}},
         {"|*.CFG", {"*.CFG"}},
-        {"Plain", {"Plain"}},
         {"", {}},
     };
     for (const Case& c : cases)
         EXPECT_EQ(ToQtNameFilters(c.filter), c.expected) << c.filter;
 }
 
-// Runs `inspect` on the modal dialog that the next exec() opens.
-void WhenModalOpens(std::function<void(QWidget*)> inspect) {
-    QTimer::singleShot(
-        0, [inspect = std::move(inspect)] { inspect(QApplication::activeModalWidget()); });
+// Runs `answer` on the modal dialog that the next exec() opens.
+void WhenModalOpens(std::function<void(QWidget*)> answer) {
+    QTimer::singleShot(0,
+                       [answer = std::move(answer)] { answer(QApplication::activeModalWidget()); });
 }
 
-TEST(QtDialogs, SaveDialogShowsTheRequestAndCancelGivesNothing) {
+QStringList Listed(const QWidget* dialog) {
+    QStringList names;
+    const auto* list = dialog->findChild<QListWidget*>("lstEntries");
+    for (int i = 0; list && i < list->count(); ++i)
+        names.push_back(list->item(i)->text());
+    return names;
+}
+
+// The filter text shows as given, and files match it in either case of letters; the next
+// dialog opens in the folder chosen before.
+TEST(QtDialogs, SaveDialogListsTheFolderAndGivesTheChosenPath) {
+    testing::TempFolder folder;
+    for (const char* name : {"b.kvf", "A.KVF", "c.txt"})
+        testing::WriteBytes(folder.File(name), "x");
+    std::filesystem::create_directory(folder.File("sub"));
     QtDialogs dialogs;
-    QString title, selectedFilter;
-    QStringList filters;
-    bool confirmsOverwrite = true;
-    WhenModalOpens([&](QWidget* modal) {
-        auto* dialog = qobject_cast<QFileDialog*>(modal);
+    QString title, shownFilter;
+    QStringList firstListing, secondListing;
+    WhenModalOpens([&](QWidget* dialog) {
         ASSERT_NE(dialog, nullptr);
         title = dialog->windowTitle();
-        filters = dialog->nameFilters();
-        selectedFilter = dialog->selectedNameFilter();
-        confirmsOverwrite = !dialog->testOption(QFileDialog::DontConfirmOverwrite);
-        dialog->reject();
+        shownFilter = dialog->findChild<QComboBox*>("cboFileType")->currentText();
+        dialog->findChild<QLineEdit*>("txtFileName")->setText(QString::fromStdString(folder.str()));
+        QMetaObject::invokeMethod(dialog, "accept");  // a folder's name opens the folder
+        firstListing = Listed(dialog);
+        dialog->findChild<QLineEdit*>("txtFileName")->setText("new.KVF");
+        QMetaObject::invokeMethod(dialog, "accept");
     });
     const auto answer = dialogs.AskSaveFileName(
-        {"Write Quarn File", "Quarn files (*.KVF)|*.KVF|All files (*.*)|*.*", 2, "a.KVF", false});
-    EXPECT_FALSE(answer.has_value());
+        {"Write Quarn File", "Quarn files (*.KVF)|*.KVF|All files (*.*)|*.*", 1, "", true});
+    EXPECT_EQ(answer, folder.File("new.KVF"));
     EXPECT_EQ(title, "Write Quarn File");
-    EXPECT_EQ(filters, QStringList({"Quarn files (*.KVF)", "All files (*.*)"}));
-    EXPECT_EQ(selectedFilter, "All files (*.*)");
-    EXPECT_FALSE(confirmsOverwrite);
+    EXPECT_EQ(shownFilter, "Quarn files (*.KVF)");
+    EXPECT_EQ(firstListing, QStringList({"sub/", "A.KVF", "b.kvf"}));
+
+    // A screen reader's view of a listed name must go with the dialog: kept until the program
+    // ends, it would refer to a list model long destroyed.
+    QAccessible::Id listedName = 0;
+    WhenModalOpens([&](QWidget* dialog) {
+        secondListing = Listed(dialog);
+        QAccessibleInterface* list =
+            QAccessible::queryAccessibleInterface(dialog->findChild<QListWidget*>("lstEntries"));
+        listedName = QAccessible::uniqueId(list->child(0));
+        QMetaObject::invokeMethod(dialog, "reject");
+    });
+    EXPECT_EQ(dialogs.AskSaveFileName({"Write", "All files (*.*)|*.*", 1, "x", false}),
+              std::nullopt);
+    EXPECT_EQ(secondListing, QStringList({"sub/", "A.KVF", "b.kvf", "c.txt"}));
+    EXPECT_NE(listedName, 0u);
+    EXPECT_EQ(QAccessible::accessibleInterface(listedName), nullptr);
 }
 
-TEST(QtDialogs, MessageBoxHasTheDefaultTitleAndMappedIcon) {
+// The text shows as given, no line wrapped; a failure's path and reason show below it.
+TEST(QtDialogs, MessageBoxesShowEveryLineWhole) {
+    const std::string longLine = "Please check analysis starting and stopping frequencies";
     QtDialogs dialogs;
-    QString title, text;
+    QString title, text, detail;
     QMessageBox::Icon icon = QMessageBox::NoIcon;
+    int labelWidth = 0, lineWidth = 0;
     WhenModalOpens([&](QWidget* modal) {
         auto* box = qobject_cast<QMessageBox*>(modal);
         ASSERT_NE(box, nullptr);
         title = box->windowTitle();
         text = box->text();
+        detail = box->informativeText();
         icon = box->icon();
+        const auto* label = box->findChild<QLabel*>("qt_msgbox_label");
+        labelWidth = label->width();
+        lineWidth = label->fontMetrics().horizontalAdvance(QString::fromStdString(longLine));
         box->accept();
     });
-    dialogs.ShowMessage("one\r\ntwo", {}, MessageIcon::Exclamation);
+    dialogs.ShowFailure("<b>one</b>\r\n" + longLine, "/x/y.KVF: No such file or directory", {},
+                        MessageIcon::Exclamation);
     EXPECT_EQ(title, "VARO");
-    EXPECT_EQ(text, "one\ntwo");
+    EXPECT_EQ(text, QString::fromStdString("<b>one</b>\n" + longLine));
+    EXPECT_EQ(detail, "/x/y.KVF: No such file or directory");
     EXPECT_EQ(icon, QMessageBox::Warning);
+    EXPECT_GE(labelWidth, lineWidth);
 }
 
 }  // namespace
