@@ -6,6 +6,8 @@
 #include <QLabel>
 #include <QRectF>
 #include <QScopedValueRollback>
+#include <QScreen>
+#include <QSize>
 #include <QString>
 #include <QVBoxLayout>
 #include <QWidget>
@@ -36,6 +38,20 @@ inline SurfaceWidget* MountScreen(QWidget& screen, const char* name, const QStri
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(background);
     return background;
+}
+
+// Sizes a window to `preferred`, or smaller at the same shape where the screen it opens on (at
+// its scale factor) leaves less room, so that the whole screen is in view without scrolling.
+inline void FitToScreen(QWidget& window, QSize preferred) {
+    // Title bar and borders the desktop adds around the window.
+    constexpr QSize kWindowFrameAllowance(16, 48);
+    const QScreen* where = window.screen();
+    if (where != nullptr) {
+        const QSize room = where->availableGeometry().size() - kWindowFrameAllowance;
+        if (room.width() < preferred.width() || room.height() < preferred.height())
+            preferred.scale(room, Qt::KeepAspectRatio);
+    }
+    window.resize(preferred.expandedTo(window.minimumSize()));
 }
 
 // A named label on the surface, its text left-aligned and centred vertically.

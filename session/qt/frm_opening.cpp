@@ -9,6 +9,7 @@
 #include <QString>
 #include <algorithm>
 
+#include "platform/qt/screen_helpers.h"
 #include "platform/qt/surface_widget.h"
 #include "session/program_text.h"
 #include "session/qt/opening_picture.h"
@@ -35,10 +36,6 @@ QSizeF TextRoom(const QRectF& box) {
     if (box.bottom() > kButtonColumnTop)
         room.setWidth(std::min(room.width(), kButtonColumnLeft - kTextMargin - box.left()));
     return room;
-}
-
-QString ToQString(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
 QFont ArialFont() {
@@ -75,7 +72,7 @@ FrmOpening::FrmOpening(DesignState& state, const std::string& sessionFilePath, Q
     : SurfaceWidget(kOpeningWidth, kOpeningHeight, parent), state_(state) {
     InitialiseConstants(state_);
     setObjectName(QStringLiteral("frmOpening"));
-    setWindowTitle(QStringLiteral("VARO - Version ") + ToQString(versionText) +
+    setWindowTitle(QStringLiteral("VARO - Version ") + FromText(versionText) +
                    QStringLiteral(" - Welcome !"));
     setAccessibleDescription(QStringLiteral("Picture of a pi-L transmitter output network"));
     SizeWindow();
@@ -92,8 +89,8 @@ void FrmOpening::SizeWindow() {
     const QScreen* display = screen();
     const qreal dpiX = display != nullptr ? display->logicalDotsPerInchX() : 96;
     const qreal dpiY = display != nullptr ? display->logicalDotsPerInchY() : 96;
-    resize(qRound(kOpeningWidth * dpiX / kTwipsPerInch),
-           qRound(kOpeningHeight * dpiY / kTwipsPerInch));
+    FitToScreen(*this, QSize(qRound(kOpeningWidth * dpiX / kTwipsPerInch),
+                             qRound(kOpeningHeight * dpiY / kTwipsPerInch)));
 }
 
 void FrmOpening::PlaceControls(QSizeF screenTwips) {
@@ -112,10 +109,10 @@ void FrmOpening::PlaceControls(QSizeF screenTwips) {
         label->setFont(ArialFont());
         Place(label, box, FittingPoints(caption, TextRoom(box), labelPoints));
     };
-    addLabel("lblVersion", QStringLiteral("Version ") + ToQString(versionText),
+    addLabel("lblVersion", QStringLiteral("Version ") + FromText(versionText),
              QRectF(2600, 6500, 2000, 360));
     addLabel("lblCredit", QString::fromUtf8(kAuthorCreditText), QRectF(2600, 6800, 6000, 360));
-    addLabel("lblCopyright", ToQString(ownerNoticeText), QRectF(2600, 7100, 5000, 360));
+    addLabel("lblCopyright", FromText(ownerNoticeText), QRectF(2600, 7100, 5000, 360));
     addLabel("lblCredit1", QStringLiteral("The transmitter output network"),
              QRectF(2600, 5000, 6000, 360));
     addLabel("lblCredit2", QStringLiteral("design and analysis program"),

@@ -17,6 +17,7 @@
 
 #include "core/numtext.h"
 #include "export/report/printing.h"
+#include "platform/qt/screen_helpers.h"
 #include "platform/qt/surface_widget.h"
 #include "screens/design/design_inputs.h"
 #include "screens/design/design_screen.h"
@@ -61,8 +62,6 @@ constexpr float kCommandPadLetters = 3;  // room beside a caption, in letters
 
 constexpr QSize kPreferredSize(1200, 900);
 constexpr QSize kMinimumSize(600, 450);
-// Title bar and borders the desktop adds around the window.
-constexpr QSize kWindowFrameAllowance(16, 48);
 
 // The Q values are the user's, not the design's: kept in the desktop's settings, apart from the
 // last-session file.
@@ -82,10 +81,6 @@ constexpr float kMinusLeft = kEntryRight + 50;
 constexpr float kPlusLeft = kMinusLeft + kAdjustWidth + kAdjustGap;
 constexpr float kAdjustRight = kPlusLeft + kAdjustWidth;
 
-QRectF Box(float left, float top, float right, float bottom) {
-    return QRectF(QPointF(left, top), QPointF(right, bottom));
-}
-
 float CaptionTop(int row) {
     return kFirstCaptionY + static_cast<float>(row) * kRowStep;
 }
@@ -95,7 +90,7 @@ float EntryTop(int row) {
 
 // A control on an entry row, from `left` to `right`.
 QRectF EntryBox(int row, float left, float right) {
-    return Box(left, EntryTop(row), right, EntryTop(row) + kEntryHeight);
+    return LogicalBox(left, EntryTop(row), right, EntryTop(row) + kEntryHeight);
 }
 
 int SpinPosition(double value, int maximum) {
@@ -108,10 +103,6 @@ class SilentReporter final : public Reporter {
   public:
     void ShowMessage(std::string_view, std::string_view, MessageIcon) override {}
 };
-
-QString FromText(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
 
 }  // namespace
 
@@ -135,7 +126,7 @@ FrmDesign::FrmDesign(DesignState& state, Dialogs& dialogs, DesignSession& sessio
     ConnectCommands();
     SetTabOrder();
     setMinimumSize(kMinimumSize);
-    FitToScreen();
+    FitToScreen(*this, kPreferredSize);
 }
 
 const Surface& FrmDesign::surface() const {
@@ -202,11 +193,13 @@ void FrmDesign::BuildLossEntries() {
     const float bottom = kLossEntriesY + kLossEntryHeight;
     const auto addQEntry = [&](const char* labelName, const char* caption, const char* entryName,
                                float left, float entryLeft, double value) {
-        QLabel* label = AddLabel(labelName, caption, Box(left, kLossEntriesY, entryLeft, bottom));
+        QLabel* label =
+            AddLabel(labelName, caption, LogicalBox(left, kLossEntriesY, entryLeft, bottom));
         auto* entry = new QLineEdit(FromText(PlainText(value)).trimmed(), background_);
         entry->setObjectName(entryName);
         entry->setAccessibleName(caption);
-        background_->Place(entry, Box(entryLeft, kLossEntriesY, entryLeft + 550, bottom), 8.25);
+        background_->Place(entry, LogicalBox(entryLeft, kLossEntriesY, entryLeft + 550, bottom),
+                           8.25);
         label->setBuddy(entry);
         return entry;
     };
@@ -254,19 +247,6 @@ void FrmDesign::SetToolTips() {
     capacitorQEntry_->setToolTip("Unloaded Q of the capacitors, for the tank losses");
 }
 
-void FrmDesign::FitToScreen() {
-    // The whole screen in view where it opens, at its own shape: never more than the layout's
-    // size, and smaller on a screen (or scale factor) that leaves less room.
-    const QScreen* where = screen();
-    QSize size = kPreferredSize;
-    if (where != nullptr) {
-        const QSize room = where->availableGeometry().size() - kWindowFrameAllowance;
-        if (room.width() < size.width() || room.height() < size.height())
-            size.scale(room, Qt::KeepAspectRatio);
-    }
-    resize(size.expandedTo(minimumSize()));
-}
-
 void FrmDesign::BuildEntryColumn() {
     struct EntryRow {
         const char* label;
@@ -285,14 +265,15 @@ void FrmDesign::BuildEntryColumn() {
     }};
     for (int row = 0; row < kEntryRows; ++row) {
         // A screen reader names each entry by the caption above it.
-        QLabel* caption = AddLabel(rows[row].label, rows[row].caption,
-                                   Box(kColumnLeft, CaptionTop(row), kColumnRight, EntryTop(row)));
+        QLabel* caption =
+            AddLabel(rows[row].label, rows[row].caption,
+                     LogicalBox(kColumnLeft, CaptionTop(row), kColumnRight, EntryTop(row)));
         caption->setBuddy(AddEntry(rows[row].entry, rows[row].caption,
                                    EntryBox(row, kColumnLeft, rows[row].entryRight)));
     }
     const float plateBelow = EntryTop(kPlateRow) + kEntryHeight;
     AddLabel("lblPlate2", "looking into network",
-             Box(kColumnLeft, plateBelow + 10, kColumnRight, plateBelow + 210), 7.5);
+             LogicalBox(kColumnLeft, plateBelow + 10, kColumnRight, plateBelow + 210), 7.5);
 
     AddAdjustButtons("cmdQminus", "cmdQplus", "Pi-section Q", kQRow);
     AddAdjustButtons("cmdIntermediateMinus", "cmdIntermediatePlus", "Intermediate impedance",
@@ -311,11 +292,12 @@ void FrmDesign::BuildEntryColumn() {
 
     const float acceptTop = EntryTop(kIntermediateRow) + kEntryHeight + 300;
     const float acceptBottom = acceptTop + kAcceptHeight;
-    AddButton("cmdDesign", "&Accept", Box(kColumnLeft, acceptTop, kAdjustRight, acceptBottom))
+    AddButton("cmdDesign", "&Accept",
+              LogicalBox(kColumnLeft, acceptTop, kAdjustRight, acceptBottom))
         ->setDefault(true);
-    phaseLabel_ = AddLabel(
-        "lblPhase", "",
-        Box(kColumnLeft, acceptBottom + 250, kColumnRight, acceptBottom + 250 + kPhaseHeight));
+    phaseLabel_ = AddLabel("lblPhase", "",
+                           LogicalBox(kColumnLeft, acceptBottom + 250, kColumnRight,
+                                      acceptBottom + 250 + kPhaseHeight));
     phaseLabel_->setAlignment(Qt::AlignLeft | Qt::AlignTop);
 }
 
@@ -334,12 +316,12 @@ void FrmDesign::BuildGeneratorEntry() {
     // Centred on the text line, and no taller than the line spacing allows.
     const float top = kGeneratorEntryY - 30;
     const float bottom = top + kGeneratorEntryHeight;
-    const QRectF entry = Box(kGeneratorEntryLeft, top, kGeneratorEntryRight, bottom);
+    const QRectF entry = LogicalBox(kGeneratorEntryLeft, top, kGeneratorEntryRight, bottom);
     AddEntry(DesignField::GeneratorOhms, "Generator output impedance (ohms)", entry);
-    upDownGenerator_ =
-        AddUpDown("UpDown3", "Generator output impedance",
-                  Box(kGeneratorEntryRight, top, kGeneratorEntryRight + kSpinnerWidth, bottom), 1,
-                  kGeneratorSpinMaximum);
+    upDownGenerator_ = AddUpDown(
+        "UpDown3", "Generator output impedance",
+        LogicalBox(kGeneratorEntryRight, top, kGeneratorEntryRight + kSpinnerWidth, bottom), 1,
+        kGeneratorSpinMaximum);
     AddEntry(DesignField::GeneratorSpinEntry, "Generator spinner value", entry)->hide();
 }
 

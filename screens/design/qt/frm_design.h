@@ -71,7 +71,6 @@ class FrmDesign : public QWidget, public DesignForm, public DesignView {
     void BuildCommandRow();
     void BuildLossEntries();
     void SetToolTips();
-    void FitToScreen();
     void AddAdjustButtons(const char* minusName, const char* plusName, const QString& quantity,
                           int row);
     void ConnectEntries();

@@ -11,6 +11,7 @@
 #include <memory>
 
 #include "export/touchstone.h"
+#include "platform/qt/screen_helpers.h"
 #include "platform/qt/surface_widget.h"
 #include "platform/system.h"
 #include "screens/plot/large_plot.h"
@@ -60,14 +61,6 @@ class PlotCursorLayer : public QWidget {
 
 namespace {
 
-QRectF Box(float left, float top, float right, float bottom) {
-    return QRectF(QPointF(left, top), QPointF(right, bottom));
-}
-
-QString FromText(const std::string& text) {
-    return QString::fromStdString(text);
-}
-
 // The left column: the parts the nudges change, the buttons, the legend and the cursor readout.
 constexpr float kColumnLeft = 100;
 constexpr float kColumnRight = 1550;
@@ -77,13 +70,13 @@ constexpr float kButtonHeight = 350;
 constexpr qreal kSmallCaption = 7;
 
 QRectF FullRow(float top) {
-    return Box(kColumnLeft, top, kColumnRight, top + kButtonHeight);
+    return LogicalBox(kColumnLeft, top, kColumnRight, top + kButtonHeight);
 }
 QRectF LeftHalf(float top) {
-    return Box(kColumnLeft, top, kColumnMiddle - kHalfGap, top + kButtonHeight);
+    return LogicalBox(kColumnLeft, top, kColumnMiddle - kHalfGap, top + kButtonHeight);
 }
 QRectF RightHalf(float top) {
-    return Box(kColumnMiddle + kHalfGap, top, kColumnRight, top + kButtonHeight);
+    return LogicalBox(kColumnMiddle + kHalfGap, top, kColumnRight, top + kButtonHeight);
 }
 
 QString ColourStyle(Colour colour) {
@@ -110,7 +103,7 @@ FrmPlot::FrmPlot(DesignState& state, Dialogs& dialogs, std::function<void()> ret
     BuildControls();
     ConnectCommands();
     setMinimumSize(600, 450);
-    resize(1200, 900);
+    FitToScreen(*this, QSize(1200, 900));
     summary_->setText(FromText(LargePlotSummary(state_)));
     RedrawLargePlot();
 }
@@ -151,12 +144,12 @@ QPushButton* FrmPlot::AddButton(const char* name, const QString& caption, const 
 }
 
 void FrmPlot::BuildControls() {
-    auto* heading = AddLabel("lblHeading", "VARO Design", Box(150, 60, 3500, 420), 14);
+    auto* heading = AddLabel("lblHeading", "VARO Design", LogicalBox(150, 60, 3500, 420), 14);
     QFont bold = heading->font();
     bold.setBold(true);
     heading->setFont(bold);
-    summary_ = AddLabel("lblSummary", "", Box(150, 450, 11900, 720));
-    parts_ = AddLabel("lblComponents", "", Box(kColumnLeft, 1000, kColumnRight, 1450));
+    summary_ = AddLabel("lblSummary", "", LogicalBox(150, 450, 11900, 720));
+    parts_ = AddLabel("lblComponents", "", LogicalBox(kColumnLeft, 1000, kColumnRight, 1450));
     parts_->setAccessibleName("L-section parts");
 
     AddButton("cmdCLdown", "CL-1%", LeftHalf(1500), "C3 down", QKeySequence("Ctrl+Down"));
@@ -173,16 +166,17 @@ void FrmPlot::BuildControls() {
     AddButton("cmdExportTouchstone", "Export &Touchstone...", FullRow(3700),
               "Export Touchstone S-parameters", {}, kSmallCaption);
 
-    AddLabel("lblTransmission", "Transmission", Box(kColumnLeft, 4250, kColumnRight, 4500))
+    AddLabel("lblTransmission", "Transmission", LogicalBox(kColumnLeft, 4250, kColumnRight, 4500))
         ->setStyleSheet(ColourStyle(kTransmissionCurve));
-    AddLabel("lblReturn", "Return", Box(kColumnLeft, 4500, kColumnRight, 4750))
+    AddLabel("lblReturn", "Return", LogicalBox(kColumnLeft, 4500, kColumnRight, 4750))
         ->setStyleSheet(ColourStyle(kReturnCurve));
-    cursorReadout_ = AddLabel("lblCursor", "", Box(kColumnLeft, 4850, kColumnRight, 6950), 7.5);
+    cursorReadout_ =
+        AddLabel("lblCursor", "", LogicalBox(kColumnLeft, 4850, kColumnRight, 6950), 7.5);
     cursorReadout_->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     cursorReadout_->setWordWrap(true);
     cursorReadout_->setAccessibleName("Cursor readout");
 
-    AddButton("cmdExit", "Return", Box(kColumnLeft, 8450, kColumnRight, 8850),
+    AddButton("cmdExit", "Return", LogicalBox(kColumnLeft, 8450, kColumnRight, 8850),
               "Return to the design screen", QKeySequence(Qt::Key_Escape));
 
     cursorLayer_ = new PlotCursorLayer(
@@ -192,7 +186,7 @@ void FrmPlot::BuildControls() {
             cursorReadout_->clear();
         });
     const PlotArea& area = kLargePlotFrame.area;
-    background_->Place(cursorLayer_, Box(area.left, area.top, area.right, area.bottom));
+    background_->Place(cursorLayer_, LogicalBox(area.left, area.top, area.right, area.bottom));
 }
 
 void FrmPlot::OnClick(const char* name, std::function<void()> action) {

@@ -65,7 +65,7 @@ FrmInductor::FrmInductor(const DesignState& state, CoilState& coil, Dialogs& dia
     BuildControls();
     Connect();
     setMinimumSize(600, 450);
-    resize(1200, 900);
+    FitToScreen(*this, QSize(1200, 900));
     LoadScreen();
 }
 
@@ -114,7 +114,10 @@ void FrmInductor::BuildChoices() {
     const auto addFrame = [this](const char* name, const QString& caption, const QRectF& at) {
         auto* frame = new QGroupBox(caption, background_);
         frame->setObjectName(name);
-        new QVBoxLayout(frame);
+        // Tight margins: at the smallest window the two choices still fit their frame.
+        auto* rows = new QVBoxLayout(frame);
+        rows->setContentsMargins(6, 0, 6, 0);
+        rows->setSpacing(0);
         background_->Place(frame, at, 8.25);
         return frame;
     };

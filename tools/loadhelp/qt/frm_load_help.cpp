@@ -60,7 +60,7 @@ FrmLoadHelp::FrmLoadHelp(DesignState& state, Dialogs& dialogs, std::function<voi
     BuildControls();
     Connect();
     setMinimumSize(585, 280);
-    resize(1170, 560);
+    FitToScreen(*this, QSize(1170, 560));
 
     ShowLoadHelpEntry(state_, *this);
     DrawSwingPanel(background_->surface());
