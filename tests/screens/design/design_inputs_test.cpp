@@ -36,9 +36,13 @@ const std::string kQMin =
 // A start-up design typed into the screen, the previous design's plate load 1500 ohms.
 class DesignInputsTest : public ::testing::Test {
   protected:
-    DesignInputsTest() : reporter(dialogs, form) {
-        state.plateR = 1500;
+    DesignInputsTest() : reporter(dialogs, form) { Start(1500); }
+
+    void Start(float previousPlate) {
+        state = DesignState{};
+        state.plateR = previousPlate;
         state.genMultiplier = 1;
+        dialogs.clear();
         Type({{F::Frequency, "3.9M"},
               {F::Plate, "1500"},
               {F::Intermediate, "300"},
@@ -67,48 +71,41 @@ struct ValidationCase {
     std::array<float, 5> inputs;  // loadR, intermediateR, plateR, frequency, piQ
 };
 
-class ValidateInputsTest : public DesignInputsTest,
-                           public ::testing::WithParamInterface<ValidationCase> {};
-
-TEST_P(ValidateInputsTest, ClampsInOrderAndRewritesFields) {
-    const ValidationCase& c = GetParam();
-    state.plateR = c.previousPlate;
-    Type(c.typed);
-
-    ValidateInputs(state, form, dialogs);
-
-    EXPECT_EQ(dialogs.messages(), c.messages);
-    for (const auto& [field, text] : c.shown)
-        EXPECT_EQ(form.Text(field), text) << ControlName(field);
-    const std::array<float, 5> inputs{state.loadR, state.intermediateR, state.plateR,
-                                      state.frequency, state.piQ};
-    EXPECT_EQ(inputs, c.inputs);
-}
-
-// clang-format off
-INSTANTIATE_TEST_SUITE_P(
-    Limits, ValidateInputsTest,
-    ::testing::Values(
-        ValidationCase{"ValidEntriesAreOnlyReformatted", 1500, {{F::Q, " 12.5 "}}, {},
-                       {{F::Frequency, " 3.9M "}, {F::Plate, "1.5k"}, {F::Intermediate, "300 "},
-                        {F::NominalLoad, "50 "}, {F::Q, " 12.5 "}},
-                       {50, 300, 1500, 3.9e6f, 12.5f}},
-        ValidationCase{"IntermediateBelowLoad", 1500, {{F::Intermediate, "40"}}, {kUpward},
-                       {{F::Intermediate, " 50"}}, {50, 50, 1500, 3.9e6f, 12}},
+// Each limit in the order the entries are checked, and the fields rewritten as read.
+TEST_F(DesignInputsTest, ValidationClampsInOrderAndRewritesFields) {
+    // clang-format off
+    const ValidationCase cases[] = {
+        {"valid entries are only reformatted", 1500, {{F::Q, " 12.5 "}}, {},
+         {{F::Frequency, " 3.9M "}, {F::Plate, "1.5k"}, {F::Intermediate, "300 "},
+          {F::NominalLoad, "50 "}, {F::Q, " 12.5 "}},
+         {50, 300, 1500, 3.9e6f, 12.5f}},
+        {"intermediate below the load", 1500, {{F::Intermediate, "40"}}, {kUpward},
+         {{F::Intermediate, " 50"}}, {50, 50, 1500, 3.9e6f, 12}},
         // The plate entry is read after this check: the previous plate load limits it.
-        ValidationCase{"IntermediateAbovePreviousPlate", 2500,
-                       {{F::Intermediate, "3000"}, {F::Plate, "3000"}}, {kDownward},
-                       {{F::Intermediate, " 2500"}, {F::Plate, "3k"}},
-                       {50, 2500, 3000, 3.9e6f, 12}},
-        ValidationCase{"EverythingBlankReportsInEntryOrder", 1500,
-                       {{F::Frequency, ""}, {F::Plate, ""}, {F::Intermediate, ""},
-                        {F::NominalLoad, ""}, {F::Q, ""}},
-                       {kLoadMin, kFromZero, kPlateMin, kFrequencyMin, kQMin},
-                       {{F::Frequency, "10k"}, {F::Plate, ".1"}, {F::Intermediate, " .1"},
-                        {F::NominalLoad, ".1"}, {F::Q, "1.001"}},
-                       {0.1f, 0.1f, 0.1f, 10000, 1.001f}}),
-    [](const auto& info) { return std::string(info.param.name); });
-// clang-format on
+        {"intermediate above the previous plate", 2500,
+         {{F::Intermediate, "3000"}, {F::Plate, "3000"}}, {kDownward},
+         {{F::Intermediate, " 2500"}, {F::Plate, "3k"}}, {50, 2500, 3000, 3.9e6f, 12}},
+        {"everything blank", 1500,
+         {{F::Frequency, ""}, {F::Plate, ""}, {F::Intermediate, ""}, {F::NominalLoad, ""},
+          {F::Q, ""}},
+         {kLoadMin, kFromZero, kPlateMin, kFrequencyMin, kQMin},
+         {{F::Frequency, "10k"}, {F::Plate, ".1"}, {F::Intermediate, " .1"},
+          {F::NominalLoad, ".1"}, {F::Q, "1.001"}},
+         {0.1f, 0.1f, 0.1f, 10000, 1.001f}},
+    };
+    // clang-format on
+    for (const ValidationCase& c : cases) {
+        Start(c.previousPlate);
+        Type(c.typed);
+        ValidateInputs(state, form, dialogs);
+        EXPECT_EQ(dialogs.messages(), c.messages) << c.name;
+        for (const auto& [field, text] : c.shown)
+            EXPECT_EQ(form.Text(field), text) << c.name << ": " << ControlName(field);
+        const std::array<float, 5> inputs{state.loadR, state.intermediateR, state.plateR,
+                                          state.frequency, state.piQ};
+        EXPECT_EQ(inputs, c.inputs) << c.name;
+    }
+}
 
 // Every action shows exactly one results value, computed from the recalculated design.
 TEST_F(DesignInputsTest, RecalculationShowsOneCompleteResult) {
@@ -162,44 +159,26 @@ TEST_F(DesignInputsTest, LoadShowsTheDesignWithoutValidating) {
     EXPECT_TRUE(view.shown[0].phases.has_value());
 }
 
-struct AdjustCase {
-    const char* name;
-    Adjustment which;
-    Texts typed;
-    DesignField field;
-    std::string shown;
-    Messages messages;
-    float value;
-};
-
-class AdjustDesignTest : public DesignInputsTest,
-                         public ::testing::WithParamInterface<AdjustCase> {};
-
-TEST_P(AdjustDesignTest, StepsOnePercentAndRevalidates) {
-    const AdjustCase& c = GetParam();
+// 1.005 / 1.01 is below the floor: the floor, without a message.
+TEST_F(DesignInputsTest, QMinusStopsAtTheFloor) {
     state.plateR = 100;
-    Type({{F::Plate, "100"}, {F::Intermediate, "99"}, {F::NominalLoad, "50"}});
-    Type(c.typed);
-    AdjustDesign(state, form, dialogs, reporter, view, c.which);
-    EXPECT_EQ(dialogs.messages(), c.messages);
-    EXPECT_EQ(form.Text(c.field), c.shown);
-    EXPECT_FLOAT_EQ(c.field == F::Q ? state.piQ : state.intermediateR, c.value);
+    Type({{F::Plate, "100"}, {F::Intermediate, "99"}, {F::Q, "1.005"}});
+    AdjustDesign(state, form, dialogs, reporter, view, Adjustment::QMinus);
+    EXPECT_TRUE(dialogs.messages().empty());
+    EXPECT_EQ(form.Text(F::Q), "1.001 ");
+    EXPECT_EQ(state.piQ, 1.001f);
     EXPECT_EQ(view.shown.size(), 1u);
 }
 
-// Steps the plain rule cannot take, at the Q floor and at the load.
-// clang-format off
-INSTANTIATE_TEST_SUITE_P(
-    Steps, AdjustDesignTest,
-    ::testing::Values(
-        // 1.005 / 1.01 is below the floor: the floor, without a message.
-        AdjustCase{"QMinusStopsAtTheFloor", Adjustment::QMinus, {{F::Q, "1.005"}}, F::Q,
-                   "1.001 ", {}, 1.001f},
-        // The second validation lifts a step below the load straight back, and says so.
-        AdjustCase{"IntermediateMinusCannotPassTheLoad", Adjustment::IntermediateMinus,
-                   {{F::Intermediate, "50"}}, F::Intermediate, " 50", {kUpward}, 50}),
-    [](const auto& info) { return std::string(info.param.name); });
-// clang-format on
+// The second validation lifts a step below the load straight back, and says so.
+TEST_F(DesignInputsTest, IntermediateMinusCannotPassTheLoad) {
+    Type({{F::Intermediate, "50"}});
+    AdjustDesign(state, form, dialogs, reporter, view, Adjustment::IntermediateMinus);
+    EXPECT_EQ(dialogs.messages(), Messages{kUpward});
+    EXPECT_EQ(form.Text(F::Intermediate), " 50");
+    EXPECT_EQ(state.intermediateR, 50.0f);
+    EXPECT_EQ(view.shown.size(), 1u);
+}
 
 TEST_F(DesignInputsTest, GeneratorResistanceOfAtLeastOneMilliohmRecalculates) {
     Type({{F::GeneratorOhms, "0.0005"}});

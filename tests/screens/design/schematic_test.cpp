@@ -37,9 +37,13 @@ std::vector<std::string> RowLabels(const Surface& surface, float rowY) {
     return labels;
 }
 
+// A value is printed last, from a white point at its own position.
 void ExpectLastOpIsText(const Surface& surface, const std::string& text, float x, float y) {
-    ASSERT_FALSE(surface.ops().empty());
-    EXPECT_EQ(surface.ops().back(),
+    const auto& ops = surface.ops();
+    ASSERT_GE(ops.size(), 2u);
+    EXPECT_EQ(ops[ops.size() - 2],
+              (DrawOp{.kind = Kind::Point, .x1 = x, .y1 = y, .colour = kWhite}));
+    EXPECT_EQ(ops.back(),
               (DrawOp{.kind = Kind::Text, .x1 = x, .y1 = y, .colour = kBlack, .text = text}));
 }
 
@@ -115,9 +119,9 @@ TEST(DrawSeriesInductor, HumpsAboveTheLineBetweenTwoLeads) {
     }
 }
 
-// Every value is printed from a white point at its own position, over a box that is red when
-// the value is impossible (0 or negative) and white otherwise.
-TEST(Primitives, LabelsStartAtAWhitePointOverTheirValueColour) {
+// Every value is printed over a box that is red when the value is impossible (0 or negative) and
+// white otherwise.
+TEST(Primitives, ValueBoxesAreRedForImpossibleValues) {
     using Primitive = void (*)(Surface&, Pen&, float, const SymbolDimensions&);
     for (Primitive draw : {Primitive{DrawShuntCapacitor}, Primitive{DrawSeriesInductor},
                            Primitive{DrawSource}, Primitive{DrawLoad}}) {
@@ -128,13 +132,6 @@ TEST(Primitives, LabelsStartAtAWhitePointOverTheirValueColour) {
             const std::vector<DrawOp> boxes = OfKind(surface, Kind::FillBox);
             ASSERT_EQ(boxes.size(), 1u);
             EXPECT_EQ(boxes[0].colour, value <= 0 ? kRed : kWhite) << value;
-            const auto& ops = surface.ops();
-            ASSERT_GE(ops.size(), 2u);
-            const DrawOp& text = ops.back();
-            EXPECT_EQ(text.kind, Kind::Text);
-            EXPECT_EQ(
-                ops[ops.size() - 2],
-                (DrawOp{.kind = Kind::Point, .x1 = text.x1, .y1 = text.y1, .colour = kWhite}));
         }
     }
 }
