@@ -82,14 +82,11 @@ TEST_F(FrmPlotTest, ReadoutPrintsHeadersAndFiveRowsAndRingsThreeHarmonics) {
         EXPECT_EQ(texts[i].y1, 7390.5f);
         EXPECT_EQ(texts[i].text, header[i].second);
     }
-    const std::vector<std::pair<std::string, std::string>> rows = {{"Fund.", " 3.9M "},
-                                                                   {"2nd", " 7.8M "},
-                                                                   {"3rd", " 11.7M "},
-                                                                   {"4th", " 15.6M "},
-                                                                   {"5th", " 19.5M "}};
-    for (std::size_t n = 0; n < rows.size(); ++n) {
+    const std::string names[] = {"Fund.", "2nd", "3rd", "4th", "5th"};
+    const std::string frequencies[] = {" 3.9M ", " 7.8M ", " 11.7M ", " 15.6M ", " 19.5M "};
+    for (std::size_t n = 0; n < 5; ++n) {
         const DrawOp* row = &texts[7 + 8 * n];
-        EXPECT_EQ((std::pair{row[0].text, row[1].text}), rows[n]);
+        EXPECT_EQ((std::pair{row[0].text, row[1].text}), (std::pair{names[n], frequencies[n]}));
         EXPECT_EQ(row[0].y1, 7600.0f + 200.0f * static_cast<float>(n));
         EXPECT_EQ((std::vector{row[0].x1, row[1].x1, row[2].x1, row[7].x1}),
                   (std::vector<float>{2600, 3100, 3800, 8700}));
