@@ -64,14 +64,11 @@ TEST_F(FrmInductorTest, OpensInTheKeptUnitWithNothingToPrint) {
         EXPECT_FALSE(Enabled(form, "cmdPrint"));
         EXPECT_FALSE(Shown(form, "txtActualGauge"));
         EXPECT_FALSE(Shown(form, "Label17"));
+        // Without an L section only L1 is offered, and it is the one wound.
+        EXPECT_FALSE(Enabled(form, "Option3"));
+        EXPECT_TRUE(Find<QRadioButton>(form, "Option4")->isChecked());
+        EXPECT_EQ(coil.targetInductance, state.L1);
     }
-}
-
-TEST_F(FrmInductorTest, WithoutAnLSectionOnlyL1IsOfferedAndChosen) {
-    const FrmInductor& form = Open();
-    EXPECT_FALSE(Enabled(form, "Option3"));
-    EXPECT_TRUE(Find<QRadioButton>(form, "Option4")->isChecked());
-    EXPECT_EQ(coil.targetInductance, state.L1);
 }
 
 TEST_F(FrmInductorTest, WorkedExampleShowsTheWindingAndItsWire) {
