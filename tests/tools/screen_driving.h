@@ -24,8 +24,6 @@ Control* Find(const QWidget& screen, const char* name) {
 inline std::string TextOf(const QWidget& screen, const char* name) {
     if (auto* entry = screen.findChild<QLineEdit*>(QString::fromLatin1(name)))
         return entry->text().toStdString();
-    if (auto* button = screen.findChild<QAbstractButton*>(QString::fromLatin1(name)))
-        return button->text().toStdString();
     return Find<QLabel>(screen, name)->text().toStdString();
 }
 

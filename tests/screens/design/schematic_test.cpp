@@ -37,9 +37,13 @@ std::vector<std::string> RowLabels(const Surface& surface, float rowY) {
     return labels;
 }
 
+// A value is printed last, from a white point at its own position.
 void ExpectLastOpIsText(const Surface& surface, const std::string& text, float x, float y) {
-    ASSERT_FALSE(surface.ops().empty());
-    EXPECT_EQ(surface.ops().back(),
+    const auto& ops = surface.ops();
+    ASSERT_GE(ops.size(), 2u);
+    EXPECT_EQ(ops[ops.size() - 2],
+              (DrawOp{.kind = Kind::Point, .x1 = x, .y1 = y, .colour = kWhite}));
+    EXPECT_EQ(ops.back(),
               (DrawOp{.kind = Kind::Text, .x1 = x, .y1 = y, .colour = kBlack, .text = text}));
 }
 
@@ -115,9 +119,9 @@ TEST(DrawSeriesInductor, HumpsAboveTheLineBetweenTwoLeads) {
     }
 }
 
-// Every value is printed from a white point at its own position, over a box that is red when
-// the value is impossible (0 or negative) and white otherwise.
-TEST(Primitives, LabelsStartAtAWhitePointOverTheirValueColour) {
+// Every value is printed over a box that is red when the value is impossible (0 or negative) and
+// white otherwise.
+TEST(Primitives, ValueBoxesAreRedForImpossibleValues) {
     using Primitive = void (*)(Surface&, Pen&, float, const SymbolDimensions&);
     for (Primitive draw : {Primitive{DrawShuntCapacitor}, Primitive{DrawSeriesInductor},
                            Primitive{DrawSource}, Primitive{DrawLoad}}) {
@@ -128,13 +132,6 @@ TEST(Primitives, LabelsStartAtAWhitePointOverTheirValueColour) {
             const std::vector<DrawOp> boxes = OfKind(surface, Kind::FillBox);
             ASSERT_EQ(boxes.size(), 1u);
             EXPECT_EQ(boxes[0].colour, value <= 0 ? kRed : kWhite) << value;
-            const auto& ops = surface.ops();
-            ASSERT_GE(ops.size(), 2u);
-            const DrawOp& text = ops.back();
-            EXPECT_EQ(text.kind, Kind::Text);
-            EXPECT_EQ(
-                ops[ops.size() - 2],
-                (DrawOp{.kind = Kind::Point, .x1 = text.x1, .y1 = text.y1, .colour = kWhite}));
         }
     }
 }
@@ -207,36 +204,27 @@ TEST(DrawSchematic, RowsFollowTheRatioOfIntermediateToLoad) {
     }
 }
 
-// A row drawn elsewhere is the same row moved: nothing in it depends on where the design screen
-// puts it. The whole network is 4680 long with either symbol set.
-TEST(SchematicRows, DrawAtAnyPenInEitherSymbolSet) {
-    using Row = void (*)(Surface&, Pen&, const DesignState&, const SymbolDimensions&);
+// The inductor screen draws the network row elsewhere, in its own symbol set: it is the same row
+// moved, nothing in it depending on where the design screen puts it, and 4680 long.
+TEST(DrawNetworkRow, IsTheSameRowAtAnyPen) {
     const DesignState state = NetworkWithIntermediate(300);
-    for (const SymbolDimensions* symbols : {&kDesignScreenSymbols, &kInductorScreenSymbols}) {
-        for (Row row : {Row{DrawPiSectionRow}, Row{DrawLSectionRow}, Row{DrawNetworkRow}}) {
-            Surface here(12000, 9000);
-            Surface there(12000, 9000);
-            Pen pen{3600, 5600};
-            Pen moved{3000, 1500};
-            row(here, pen, state, *symbols);
-            row(there, moved, state, *symbols);
-            EXPECT_EQ(moved.x, pen.x - 600);
-            ASSERT_EQ(here.ops().size(), there.ops().size());
-            for (std::size_t i = 0; i < here.ops().size(); ++i) {
-                DrawOp shifted = here.ops()[i];
-                shifted.x1 -= 600;
-                shifted.y1 -= 4100;
-                if (shifted.kind == Kind::Line || shifted.kind == Kind::FillBox) {
-                    shifted.x2 -= 600;
-                    shifted.y2 -= 4100;
-                }
-                ASSERT_EQ(there.ops()[i], shifted) << i;
-            }
+    Surface here(12000, 9000);
+    Surface there(12000, 9000);
+    Pen pen{3600, 5600};
+    Pen moved{3000, 1500};
+    DrawNetworkRow(here, pen, state, kInductorScreenSymbols);
+    DrawNetworkRow(there, moved, state, kInductorScreenSymbols);
+    EXPECT_EQ(moved.x, 3000 + 4680);
+    ASSERT_EQ(here.ops().size(), there.ops().size());
+    for (std::size_t i = 0; i < here.ops().size(); ++i) {
+        DrawOp shifted = here.ops()[i];
+        shifted.x1 -= 600;
+        shifted.y1 -= 4100;
+        if (shifted.kind == Kind::Line || shifted.kind == Kind::FillBox) {
+            shifted.x2 -= 600;
+            shifted.y2 -= 4100;
         }
-        Surface network(12000, 9000);
-        Pen pen{3000, 1500};
-        DrawNetworkRow(network, pen, state, *symbols);
-        EXPECT_EQ(pen.x, 3000 + 4680);
+        ASSERT_EQ(there.ops()[i], shifted) << i;
     }
 }
 

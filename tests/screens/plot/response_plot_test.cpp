@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 #include <memory>
 #include <string>
 #include <vector>
@@ -36,15 +37,11 @@ DrawOp Shape(Kind kind, float x1, float y1, float x2, float y2, Colour colour) {
     return DrawOp{.kind = kind, .x1 = x1, .y1 = y1, .x2 = x2, .y2 = y2, .colour = colour};
 }
 
-// Equal but for the last digits of single-precision coordinates.
-void ExpectNearly(const DrawOp& actual, const DrawOp& expected) {
-    EXPECT_EQ(actual.kind, expected.kind);
-    EXPECT_NEAR(actual.x1, expected.x1, 0.01f);
-    EXPECT_NEAR(actual.y1, expected.y1, 0.01f);
-    EXPECT_NEAR(actual.x2, expected.x2, 0.01f);
-    EXPECT_NEAR(actual.y2, expected.y2, 0.01f);
-    EXPECT_EQ(actual.colour, expected.colour);
-    EXPECT_EQ(actual.width, expected.width);
+// To the hundredth: single precision leaves the last digits of a coordinate uncertain.
+DrawOp Rounded(DrawOp op) {
+    for (float* coordinate : {&op.x1, &op.y1, &op.x2, &op.y2})
+        *coordinate = std::round(*coordinate * 100) / 100;
+    return op;
 }
 
 // The design a first run starts with (3.9 MHz, 1500 / 300 / 50 ohms, Q 12), swept from 1.95 to
@@ -166,9 +163,10 @@ TEST_F(LargePlotTest, OverlayIsAWideLightCurveHeldInsideTheChart) {
             Shape(Kind::Line, 11000, 1000, 2000, 7000, c.colour),
             DrawOp{.kind = Kind::LineWidth, .width = 1},
         };
-        ASSERT_EQ(overlay.ops().size(), expected.size()) << c.curve;
-        for (std::size_t i = 0; i < expected.size(); ++i)
-            ExpectNearly(overlay.ops()[i], expected[i]);
+        std::vector<DrawOp> drawn;
+        std::transform(overlay.ops().begin(), overlay.ops().end(), std::back_inserter(drawn),
+                       Rounded);
+        EXPECT_EQ(drawn, expected) << c.curve;
     }
     // A floor of -30 puts the -30 dB point on the bottom edge.
     Surface rescaled(12000, 9000);

@@ -36,46 +36,43 @@ struct LoadCase {
     std::vector<std::string> messages;
 };
 
-class RecalculateLoadTest : public ::testing::TestWithParam<LoadCase> {};
-
-TEST_P(RecalculateLoadTest, ClampsAndComputes) {
-    const LoadCase& c = GetParam();
-    DesignState state;
-    LoadHelpState help;
-    FakeLoadHelpForm form;
-    ScriptedDialogs dialogs;
-    form.SetText(LoadHelpField::Voltage, c.swing);
-    form.SetText(LoadHelpField::Power, c.power);
-    form.selected = c.option;
-
-    RecalculateLoad(state, help, form, dialogs);
-
-    EXPECT_EQ(dialogs.messages(), c.messages);
-    EXPECT_FLOAT_EQ(help.newPlateLoad, c.plateLoad);
-    EXPECT_EQ(form.Text(LoadHelpField::NewLoad), "New plate load: " + c.loadText + " ohms");
-    EXPECT_EQ(form.Text(LoadHelpField::Voltage), c.swingShown);
-    EXPECT_EQ(form.Text(LoadHelpField::Power), c.powerShown);
-    EXPECT_EQ(help.classFactor, ClassFactorOf(c.option));
-}
-
-// clang-format off
-INSTANTIATE_TEST_SUITE_P(
-    PlateLoad, RecalculateLoadTest,
-    ::testing::Values(
-        //       name                   swing     power   class                 load        shown       swing   power
-        LoadCase{"ClassAB",             "2500",   "1000", ClassOption::ClassAB, 3906.25f,   "3.906k",   "2.5k", "1k",   {}},
-        LoadCase{"ClassC",              "1000",   "100",  ClassOption::ClassC,  5000.0f,    "5k",       "1k",   "100 ", {}},
-        LoadCase{"ClassB",              "1k",     "100",  ClassOption::ClassB,  5555.5557f, "5.556k",   "1k",   "100 ", {}},
-        LoadCase{"NoClassIsTwo",        "1000",   "100",  ClassOption::None,    5000.0f,    "5k",       "1k",   "100 ", {}},
-        LoadCase{"SwingBelowOne",       "0.5",    "100",  ClassOption::ClassC,  0.005f,     "0.005 ",   "1 ",   "100 ", {kSwingMin}},
-        LoadCase{"SwingAboveMaximum",   "100001", "1",    ClassOption::ClassC,  5e9f,       "5G",       "100k", "1 ",   {kSwingMax}},
-        LoadCase{"PowerBelowOne",       "1000",   "0.5",  ClassOption::ClassC,  500000.0f,  "500k",     "1k",   "1 ",   {kPowerMin}},
-        LoadCase{"PowerAboveMaximum",   "1000",   "2E7",  ClassOption::ClassC,  0.05f,      "0.05 ",    "1k",   "10M",  {kPowerMax}},
+// Each class factor, and each limit with its message, swing told before power.
+TEST(RecalculateLoad, ClampsAndComputes) {
+    // clang-format off
+    const LoadCase cases[] = {
+        // name                 swing     power   class                 load        shown       swing   power   messages
+        {"ClassAB",             "2500",   "1000", ClassOption::ClassAB, 3906.25f,   "3.906k",   "2.5k", "1k",   {}},
+        {"ClassC",              "1000",   "100",  ClassOption::ClassC,  5000.0f,    "5k",       "1k",   "100 ", {}},
+        {"ClassB",              "1k",     "100",  ClassOption::ClassB,  5555.5557f, "5.556k",   "1k",   "100 ", {}},
+        {"NoClassIsTwo",        "1000",   "100",  ClassOption::None,    5000.0f,    "5k",       "1k",   "100 ", {}},
+        {"SwingBelowOne",       "0.5",    "100",  ClassOption::ClassC,  0.005f,     "0.005 ",   "1 ",   "100 ", {kSwingMin}},
+        {"SwingAboveMaximum",   "100001", "1",    ClassOption::ClassC,  5e9f,       "5G",       "100k", "1 ",   {kSwingMax}},
+        {"PowerBelowOne",       "1000",   "0.5",  ClassOption::ClassC,  500000.0f,  "500k",     "1k",   "1 ",   {kPowerMin}},
+        {"PowerAboveMaximum",   "1000",   "2E7",  ClassOption::ClassC,  0.05f,      "0.05 ",    "1k",   "10M",  {kPowerMax}},
         // Unreadable text parses as 0 and takes the minimum; swing is told before power.
-        LoadCase{"UnreadableText",      "NaN",    "abc",  ClassOption::ClassC,  0.5f,       "0.5 ",     "1 ",   "1 ",   {kSwingMin, kPowerMin}},
-        LoadCase{"SwingAndPowerOut",    "0",      "20M",  ClassOption::ClassC,  5e-8f,      " 0.0000  ","1 ",   "10M",  {kSwingMin, kPowerMax}}),
-    [](const auto& info) { return std::string(info.param.name); });
-// clang-format on
+        {"UnreadableText",      "NaN",    "abc",  ClassOption::ClassC,  0.5f,       "0.5 ",     "1 ",   "1 ",   {kSwingMin, kPowerMin}},
+        {"SwingAndPowerOut",    "0",      "20M",  ClassOption::ClassC,  5e-8f,      " 0.0000  ","1 ",   "10M",  {kSwingMin, kPowerMax}},
+    };
+    // clang-format on
+    for (const LoadCase& c : cases) {
+        DesignState state;
+        LoadHelpState help;
+        FakeLoadHelpForm form;
+        ScriptedDialogs dialogs;
+        form.SetText(LoadHelpField::Voltage, c.swing);
+        form.SetText(LoadHelpField::Power, c.power);
+        form.selected = c.option;
+
+        RecalculateLoad(state, help, form, dialogs);
+
+        EXPECT_EQ(dialogs.messages(), c.messages) << c.name;
+        EXPECT_FLOAT_EQ(help.newPlateLoad, c.plateLoad) << c.name;
+        EXPECT_EQ(form.Text(LoadHelpField::NewLoad), "New plate load: " + c.loadText + " ohms");
+        EXPECT_EQ(form.Text(LoadHelpField::Voltage), c.swingShown) << c.name;
+        EXPECT_EQ(form.Text(LoadHelpField::Power), c.powerShown) << c.name;
+        EXPECT_EQ(help.classFactor, ClassFactorOf(c.option)) << c.name;
+    }
+}
 
 }  // namespace
 }  // namespace varo

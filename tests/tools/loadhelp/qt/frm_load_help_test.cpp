@@ -33,34 +33,14 @@ struct FrmLoadHelpTest : ::testing::Test {
     FrmLoadHelp screen{state, dialogs, [this] { ++returns; }};
 };
 
-TEST_F(FrmLoadHelpTest, OpensWithItsCaptionsAndNothingToAccept) {
-    const std::pair<const char*, const char*> captions[] = {
-        {"lblHeading", "VARO Load Help"},
-        {"lblVoltage", "Peak plate swing, volts:"},
-        {"lblPower", "RF power, RMS watts:"},
-        {"Option1", "Class A; K=1.3"},
-        {"Option2", "Class AB; K=1.6"},
-        {"Option3", "Class B; K=1.8"},
-        {"Option4", "Class C; K=2"},
-        {"lblCurrentLoad", "Current plate load: 1.5k ohms"},
-        {"lblLoad", "New plate load: 1.5k ohms"},
-        {"lblPlotTitle", "Instantaneous plate voltage"},
-        {"lblTwiceSupply", "Twice supply voltage"},
-        {"lblSupply", "Supply voltage"},
-        {"lblZero", "Zero voltage"},
-        {"lblPeakSwing", "Peak plate swing"},
-        {"cmdAccept", "Accept and return"},
-        {"cmdExit", "Return"},
-        {"txtVoltage", ""},  // no swing known yet
-    };
-    for (const auto& [name, caption] : captions)
-        EXPECT_EQ(TextOf(screen, name), caption) << name;
-    EXPECT_EQ(screen.windowTitle(), "VARO - Version 2.17 - Load Help screen");
-    EXPECT_EQ(Find<QGroupBox>(screen, "fraClass")->title(), "Class of operation");
-    EXPECT_FALSE(Find<QPushButton>(screen, "cmdAccept")->isEnabled());
-}
-
+// Opened on the design's load with nothing to accept; a class choice offers a new load, and an
+// edit takes it back.
 TEST_F(FrmLoadHelpTest, AClassChoiceOffersTheLoadAndAnEditTakesItBack) {
+    EXPECT_EQ(TextOf(screen, "lblCurrentLoad"), "Current plate load: 1.5k ohms");
+    EXPECT_EQ(TextOf(screen, "lblLoad"), "New plate load: 1.5k ohms");
+    EXPECT_EQ(TextOf(screen, "txtVoltage"), "");  // no swing known yet
+    EXPECT_FALSE(Find<QPushButton>(screen, "cmdAccept")->isEnabled());
+
     Type(screen, "txtVoltage", "2500");
     Type(screen, "txtPower", "1000");
     Click(screen, "Option2");
@@ -68,24 +48,13 @@ TEST_F(FrmLoadHelpTest, AClassChoiceOffersTheLoadAndAnEditTakesItBack) {
     EXPECT_EQ(TextOf(screen, "txtVoltage"), "2.5k");  // the rewritten text is no edit
     EXPECT_TRUE(Find<QPushButton>(screen, "cmdAccept")->isEnabled());
     EXPECT_TRUE(Find<QRadioButton>(screen, "Option2")->isChecked());
+    testing::CheckLayoutAtSizes(screen, "load-help");
 
     Type(screen, "txtPower", "100");
     EXPECT_EQ(TextOf(screen, "lblLoad"), "");
     EXPECT_FALSE(Find<QRadioButton>(screen, "Option2")->isChecked());
     EXPECT_FALSE(Find<QPushButton>(screen, "cmdAccept")->isEnabled());
     EXPECT_EQ(returns, 0);
-}
-
-TEST_F(FrmLoadHelpTest, OutOfRangeEntriesAreToldInOrderAndRewritten) {
-    Type(screen, "txtVoltage", "0.5");
-    Type(screen, "txtPower", "2E7");
-    Click(screen, "Option4");
-    EXPECT_EQ(dialogs.messages(),
-              (std::vector<std::string>{
-                  "Voltage level has been reset to the minimum-allowed value of 1 volt",
-                  "Power level has been reset to the maximum-allowed value of 10000k watts"}));
-    EXPECT_EQ(TextOf(screen, "txtVoltage"), "1 ");
-    EXPECT_EQ(TextOf(screen, "txtPower"), "10M");
 }
 
 TEST_F(FrmLoadHelpTest, EnterAcceptsOnlyOnceAClassIsChosenAndEscapeReturns) {
@@ -124,17 +93,6 @@ TEST_F(FrmLoadHelpTest, SwingPanelDrawsWaveformLevelsAndArrows) {
     ASSERT_EQ(blue.size(), strokes.size());
     for (std::size_t i = 0; i < strokes.size(); ++i)
         EXPECT_EQ((std::array{blue[i].x1, blue[i].y1, blue[i].x2, blue[i].y2}), strokes[i]) << i;
-    EXPECT_EQ(ops[0].kind, DrawOp::Kind::FillBox);
-    EXPECT_EQ((std::array{ops[0].x1, ops[0].y1, ops[0].x2, ops[0].y2, float(ops[0].colour)}),
-              (std::array{8500.f, 2000.f, 11000.f, 4000.f, float(0xFAFAFA)}));
-    EXPECT_EQ(ops[1].kind, DrawOp::Kind::OutlineBox);
-}
-
-TEST_F(FrmLoadHelpTest, ControlsStayApartAtAnySize) {
-    Type(screen, "txtVoltage", "2500");
-    Type(screen, "txtPower", "1000");
-    Click(screen, "Option2");
-    testing::CheckLayoutAtSizes(screen, "load-help");
 }
 
 // Through the navigator: Accept writes the load that the design screen then shows; Return
