@@ -71,52 +71,44 @@ TEST(ComponentCalculations, EqualResistancesAndTheSmallestQStayFinite) {
 }
 
 TEST(ComponentCalculations, FaultRaisesQAndReports) {
+    const char* const kBadArgument = "Invalid argument (square root or logarithm of a bad value)";
     const struct {
         const char* name;
         DesignInputs inputs;
         float newQ;
-        const char* qText;
-        const char* faultLine;
+        const char *qText, *faultLine;
     } cases[] = {
         // sqrt(5000 * 50 * 25 - 4950^2) has a negative argument; Int(sqrt(100) + 1) = 11.
-        {"low Q",
-         {3.9e6f, 5000, 50, 50, 5},
-         11,
-         " 11",
-         "Invalid argument (square root or logarithm of a bad value)"},
+        {"low Q", {3.9e6f, 5000, 50, 50, 5}, 11, " 11", kBadArgument},
         // Q x plateR equals the root (500 = 100 (1 + 2^2)): inputQ 0, xC1 divides by it.
         {"zero inputQ", {3.9e6f, 100, 500, 50, 2}, 1, " 1", "Division by zero"},
         // The new Q cannot be formed from a zero intermediateR: Q keeps its value.
-        {"zero intermediateR",
-         {3.9e6f, 1500, 0, 50, 12},
-         12,
-         " 12",
-         "Invalid argument (square root or logarithm of a bad value)"},
+        {"zero intermediateR", {3.9e6f, 1500, 0, 50, 12}, 12, " 12", kBadArgument},
     };
     for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
         auto state = MakeDesign(c.inputs);
         state->L2 = 123;  // a value from an earlier design stays
         RecordingReporter reporter;
-        EXPECT_FALSE(ComponentCalculations(*state, reporter)) << c.name;
-        EXPECT_EQ(state->piQ, c.newQ) << c.name;
-        EXPECT_EQ(state->L2, 123) << c.name;
-        EXPECT_EQ(reporter.events, (std::vector<std::string>{"close", "piq", "message"})) << c.name;
-        ASSERT_EQ(reporter.messages.size(), 1u) << c.name;
-        EXPECT_EQ(reporter.piQTexts, std::vector<std::string>{c.qText}) << c.name;
+        EXPECT_FALSE(ComponentCalculations(*state, reporter));
+        EXPECT_EQ(state->piQ, c.newQ);
+        EXPECT_EQ(state->L2, 123);
+        ASSERT_EQ(reporter.events, (std::vector<std::string>{"close", "piq", "message"}));
+        EXPECT_EQ(reporter.piQTexts, std::vector<std::string>{c.qText});
         EXPECT_EQ(reporter.messages[0].text,
                   std::string("We have a ComponentCalculations error.\r\n   \r\n"
                               "This can be caused by insufficient Pi-section\r\n"
                               "Q or unusual or unlikely inputs.  \r\n\r\n"
                               "Please recheck the entries.  Meanwhile, the\r\n"
                               "PI-net Q has been reset to a higher value.\r\n") +
-                      c.faultLine)
-            << c.name;
-        EXPECT_EQ(reporter.messages[0].title, "") << c.name;
-        EXPECT_EQ(reporter.messages[0].icon, MessageIcon::None) << c.name;
+                      c.faultLine);
+        EXPECT_EQ(reporter.messages[0].title, "");
+        EXPECT_EQ(reporter.messages[0].icon, MessageIcon::None);
     }
 }
 
-TEST(SetupLadder, LaysOutPositionsForEachLSection) {
+// The L section in each direction; where the pi's parts sit, the physics cross-checks show.
+TEST(SetupLadder, LSectionForEachDirection) {
     const struct {
         const char* name;
         float intermediateR, loadR;
@@ -136,27 +128,12 @@ TEST(SetupLadder, LaysOutPositionsForEachLSection) {
         state->xC3 = -2;
         RecordingReporter reporter;
         ASSERT_TRUE(ComponentCalculations(*state, reporter));
-        // Never written: a step-up C3 stays out of the analysis, and (stepping down) the entries
-        // of the other value array stay as they were.
-        state->elementType[5] = 7;
-        state->elementL[1] = 91;
-        state->elementC[2] = 92;
+        state->elementType[5] = 7;  // never written: a step-up C3 stays out of the analysis
         SetupLadder(*state);
         EXPECT_NEAR(state->xL2, c.xL2, 1e-4);
         EXPECT_NEAR(state->xC3, c.xC3, 1e-4);
         EXPECT_EQ(state->elementCount, c.elementCount);
         EXPECT_EQ(state->elementType[5], 7);
-        const float types[] = {0, 4, 1, 4, 1};
-        for (int p = 1; p <= 4; ++p)
-            EXPECT_EQ(state->elementType[p], types[p]) << p;
-        EXPECT_EQ(state->elementC[1], state->C1);
-        EXPECT_EQ(state->elementL[2], state->L1);
-        EXPECT_EQ(state->elementL[4], state->L2);
-        if (c.elementCount == 4) {
-            EXPECT_EQ(state->elementC[3], static_cast<float>(double{state->C2} + state->C3));
-            EXPECT_EQ(state->elementL[1], 91);
-            EXPECT_EQ(state->elementC[2], 92);
-        }
         if (c.elementCount == 3) {
             EXPECT_EQ(state->L2, 0);
             EXPECT_EQ(state->C3, 0);
@@ -164,9 +141,6 @@ TEST(SetupLadder, LaysOutPositionsForEachLSection) {
             EXPECT_NEAR(state->L2, c.xL2 / kOmega39, 1e-5 * state->L2);
             EXPECT_NEAR(state->C3, 1 / (c.xC3 * kOmega39), 1e-5 * state->C3);
         }
-        EXPECT_EQ(state->sweepStart, 1.95e6f);
-        EXPECT_EQ(state->sweepStop, 15.6e6f);
-        EXPECT_EQ(state->sourceR, 1500);
     }
 }
 

@@ -159,8 +159,6 @@ TEST(SweepRoutine, FrequenciesAndStoredValues) {
         ASSERT_EQ(state->sweepDelay[i], 0) << i;
         ASSERT_EQ(state->sweepDelaySum[i], 0) << i;
     }
-    // Far above the operating frequency the low-pass network attenuates strongly.
-    EXPECT_LT(state->sweepTransmission[2000], -30);
 }
 
 std::string SweepMessage(const char* faultLine) {
