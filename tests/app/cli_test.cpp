@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
+#include <algorithm>
 #include <sstream>
 #include <streambuf>
 
@@ -28,12 +28,6 @@ Outcome RunCli(const std::vector<std::string>& words) {
 
 bool Has(const std::string& text, const std::string& part) {
     return text.find(part) != std::string::npos;
-}
-
-double JsonValue(const std::string& json, const std::string& key) {
-    const auto at = json.find("\"" + key + "\": ");
-    EXPECT_NE(at, std::string::npos) << key;
-    return at == std::string::npos ? 0 : std::strtod(json.c_str() + at + key.size() + 4, nullptr);
 }
 
 // Mistakes exit 2 with the reason and the usage; a failed file exits 1 after the program's
@@ -148,26 +142,20 @@ TEST(CliDesign, OptionsAreEntryTextsAsTyped) {
     }
 }
 
-TEST(CliDesign, ReadableReportShowsComponentsAndHarmonics) {
-    const Outcome outcome = RunCli({"design", "--swing", "2500", "--power", "1000"});
-    ASSERT_EQ(outcome.status, 0);
-    for (const char* text : {"C1:", "pF", "uH", "2.5kVpeak", "Total phase: ", "Harmonics", "5th"})
-        EXPECT_TRUE(Has(outcome.out, text)) << text;
-}
-
-// The pi network 2000 -> 50 ohms at 3.8 MHz, Q 12, has no L section; coils of Q 300.
-TEST(CliDesign, TankLossesInJsonAndInTheReport) {
+// The pi network 2000 -> 50 ohms at 3.8 MHz, Q 12, has no L section; coils of Q 300. The tank
+// losses show only where a loss Q is given.
+TEST(CliDesign, ReadableReportAndJsonCarryTheTankLosses) {
     std::vector<std::string> words{
         "design", "--frequency", "3.8M", "--plate",       "2k", "--intermediate", "50", "--load",
         "50",     "--power",     "100",  "--capacitor-q", "2k"};
-    EXPECT_TRUE(Has(RunCli(words).out,
-                    "Tank losses (coil Q 300, capacitor Q 2000)\n"
-                    "  Efficiency (%):         95.6 \n"));
+    const std::string report = RunCli(words).out;
+    for (const char* text :
+         {"  C1:                     222.781pF\n", "Total phase: -138.34 deg.", "  5th    19M ",
+          "Tank losses (coil Q 300, capacitor Q 2000)\n"
+          "  Efficiency (%):         95.6 \n"})
+        EXPECT_TRUE(Has(report, text)) << text << "\n" << report;
     words.push_back("--json");
-    const std::string json = RunCli(words).out;
-    const std::string losses = json.substr(std::min(json.find("\"losses\""), json.size()));
-    EXPECT_NEAR(JsonValue(losses, "lossDb"), 0.195, 0.0005);
-    EXPECT_EQ(JsonValue(losses, "C3"), 0);
+    EXPECT_TRUE(Has(RunCli(words).out, "\"lossDb\": 0.1954"));
     EXPECT_FALSE(Has(RunCli({"design", "--json"}).out, "\"losses\""));
 }
 
