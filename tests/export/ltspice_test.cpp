@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <sstream>
 #include <string>
 
 #include "export/design_cases.h"
@@ -127,35 +126,16 @@ TEST(LTspiceSchematic, TextMatchesTheHandWrittenFile) {
     }
 }
 
-std::string LineOf(const std::string& text, int number) {
-    std::istringstream lines(text);
-    std::string line;
-    for (int i = 0; i < number; ++i)
-        std::getline(lines, line);
-    if (!line.empty() && line.back() == '\r') line.pop_back();
-    return line;
-}
-
+// The lower sweep bound is a double (up to 15 digits), the upper one a single; without a
+// generator multiplier the source amplitude is the swing itself.
 TEST(LTspiceSchematic, SourceAndSweepLinesFollowTheInputs) {
-    const struct {
-        const char* name;
-        void (*change)(DesignState&);
-        int line;
-        std::string expected;
-    } cases[] = {
-        {"7 MHz: the single upper bound turns to exponent form",
-         [](DesignState& s) { s.frequency = 7000000; }, 17,
-         "TEXT 0 288 Left 0  !.AC DEC 1000  3500000  2.8E+07 "},
-        {"the lower bound is a double: 15 digits", [](DesignState& s) { s.frequency = 3333333; },
-         17, "TEXT 0 288 Left 0  !.AC DEC 1000  1666666.5  1.333333E+07 "},
-        {"generator multiplier 0: amplitude is the swing",
-         [](DesignState& s) { s.genMultiplier = 0; }, 6, "SYMATTR Value AC 2500"},
-    };
-    for (const auto& c : cases) {
-        DesignState state = HandDesign(LSection::None);
-        c.change(state);
-        EXPECT_EQ(LineOf(LTspiceSchematicText(state), c.line), c.expected) << c.name;
-    }
+    DesignState state = HandDesign(LSection::None);
+    state.frequency = 3333333;
+    state.genMultiplier = 0;
+    const std::string text = LTspiceSchematicText(state);
+    for (const char* line : {"\r\nTEXT 0 288 Left 0  !.AC DEC 1000  1666666.5  1.333333E+07 \r\n",
+                             "\r\nSYMATTR Value AC 2500\r\n"})
+        EXPECT_NE(text.find(line), std::string::npos) << line << text;
 }
 
 TEST(WriteLTspiceSchematic, AFailureKeepsThePreviousFileAndNamesPathAndReason) {

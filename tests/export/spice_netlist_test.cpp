@@ -64,7 +64,7 @@ TEST(SpiceNetlist, TextForEachLSection) {
 // through the same message.)
 TEST(SpiceNetlist, ADesignThatCannotBeWorkedOutIsReported) {
     testing::TempFolder folder;
-    DesignState noPlate = HandDesign(LSection::StepsDown);
+    DesignState noPlate = HandDesign(LSection::None);
     noPlate.plateR = 0;
     ScriptedDialogs dialogs;
     EXPECT_FALSE(WriteSpiceNetlist(noPlate, folder.File("no.cir"), dialogs));

@@ -119,7 +119,7 @@ TEST(Touchstone, ScikitRfReadsWhatTheAnalysisComputes) {
     for (const auto& c : cases) {
         auto& state = states.emplace_back(testing::AsBuiltDesign(c));
         ASSERT_TRUE(state);
-        testing::SilentReporter reporter;
+        test::RecordingReporter reporter;
         ASSERT_TRUE(SweepRoutine(*state, reporter));
 
         const std::string stem = folder.File(std::to_string(states.size()));
