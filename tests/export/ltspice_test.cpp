@@ -63,17 +63,14 @@ const char kCommonStart[] =
     "WIRE  448  0  496  0 \r\n";
 
 // The third element at x 496.
-std::string ThirdCapacitor(const std::string& valueText) {
-    return "SYMBOL cap  528  80 R0\r\n"
-           "SYMATTR InstName C3\r\n"
-           "SYMATTR Value " +
-           valueText +
-           "\r\n"
-           "WIRE  496  0  592  0 \r\n"
-           "WIRE  544  0  544  80 \r\n"
-           "WIRE  544  144  544  224 \r\n"
-           "FLAG  544  224 0\r\n";
-}
+const char kThirdCapacitor[] =
+    "SYMBOL cap  528  80 R0\r\n"
+    "SYMATTR InstName C3\r\n"
+    "SYMATTR Value 0.015uF\r\n"
+    "WIRE  496  0  592  0 \r\n"
+    "WIRE  544  0  544  80 \r\n"
+    "WIRE  544  144  544  224 \r\n"
+    "FLAG  544  224 0\r\n";
 
 // L2 as the fourth element at x 592.
 const char kFourthInductor[] =
@@ -112,14 +109,14 @@ const char kLoadAt592[] =
 
 // The file of the step-up design, whose ladder has every element.
 std::string StepUpFile() {
-    return kCommonStart + ThirdCapacitor("0.015uF") + kFourthInductor + kStepUpRest;
+    return std::string(kCommonStart) + kThirdCapacitor + kFourthInductor + kStepUpRest;
 }
 
 // Without an L section the load follows C3 directly.
 TEST(LTspiceSchematic, TextMatchesTheHandWrittenFile) {
     EXPECT_EQ(LTspiceSchematicText(HandDesign(LSection::StepsUp)), StepUpFile());
     EXPECT_EQ(LTspiceSchematicText(HandDesign(LSection::None)),
-              kCommonStart + ThirdCapacitor("0.015uF") + kLoadAt592);
+              std::string(kCommonStart) + kThirdCapacitor + kLoadAt592);
     testing::DecimalCommaLocale locale;
     if (locale.active()) {
         EXPECT_EQ(LTspiceSchematicText(HandDesign(LSection::StepsUp)), StepUpFile());

@@ -21,27 +21,31 @@ using Kind = ScriptedDialogs::Event::Kind;
 
 const char kDate[] = "11/15/2026";
 
-std::string Head(const std::string& orderLine) {
-    return "Quarn circuit file by VARO\r\n"
-           "Untitled\r\n"
-           "11/15/2026\r\n"
-           "* Expansion:\r\n"
-           " (Expansion)\r\n"
-           "* Family, order, stages, topology, Cauer:\r\n" +
-           orderLine +
-           "\r\n"
-           "* Width, center, Fstop normalized:\r\n"
-           " 3500000  0  0 \r\n"
-           "* Apass, Astop:\r\n"
-           " 0  0 \r\n"
-           "* Rsource, Rload, Rratio, Rstandard:\r\n"
-           " 3000  50  1  2000 \r\n"
-           "* Qind, Qcap:\r\n"
-           " 10000000  10000000 \r\n"
-           "* Gj, Hj:\r\n";
-}
-
-const char kTail[] =
+// The step-up design: order 5 and five Gj, Hj lines, but C3's position has no type, so no
+// element line for it.
+const char kStepUpFile[] =
+    "Quarn circuit file by VARO\r\n"
+    "Untitled\r\n"
+    "11/15/2026\r\n"
+    "* Expansion:\r\n"
+    " (Expansion)\r\n"
+    "* Family, order, stages, topology, Cauer:\r\n"
+    " 11  5  5 A 0 \r\n"
+    "* Width, center, Fstop normalized:\r\n"
+    " 3500000  0  0 \r\n"
+    "* Apass, Astop:\r\n"
+    " 0  0 \r\n"
+    "* Rsource, Rload, Rratio, Rstandard:\r\n"
+    " 3000  50  1  2000 \r\n"
+    "* Qind, Qcap:\r\n"
+    " 10000000  10000000 \r\n"
+    "* Gj, Hj:\r\n"
+    "0   0\r\n0   0\r\n0   0\r\n0   0\r\n0   0\r\n"
+    "* Element type, L, Ltolerance, C, Ctolerance\r\n"
+    " 4  0  0  4.7E-09  5 \r\n"
+    " 1  2.2E-06  5  0  0 \r\n"
+    " 4  0  0  1.5E-08  5 \r\n"
+    " 1  4.7E-07  5  0  0 \r\n"
     "* Lin or log, Fstart, Fstop, NrIntervals:\r\n"
     "2 1750000  1.4E+07  2000 \r\n"
     "* Graph scales:\r\n"
@@ -55,20 +59,8 @@ const char kTail[] =
     "* M-derived zeros Y/N:\r\n"
     "N\r\n";
 
-const char kElementsHeading[] = "* Element type, L, Ltolerance, C, Ctolerance\r\n";
-const char kC1L1[] =
-    " 4  0  0  4.7E-09  5 \r\n"
-    " 1  2.2E-06  5  0  0 \r\n";
-const char kL2[] = " 1  4.7E-07  5  0  0 \r\n";
-
-// Order 5 and five Gj, Hj lines, but C3's position has no type: no line for it.
-std::string StepUpFile() {
-    return Head(" 11  5  5 A 0 ") + "0   0\r\n0   0\r\n0   0\r\n0   0\r\n0   0\r\n" +
-           kElementsHeading + kC1L1 + " 4  0  0  1.5E-08  5 \r\n" + kL2 + kTail;
-}
-
 TEST(QuarnFile, TextMatchesTheHandWrittenFile) {
-    EXPECT_EQ(QuarnFileText(HandDesign(LSection::StepsUp), kDate), StepUpFile());
+    EXPECT_EQ(QuarnFileText(HandDesign(LSection::StepsUp), kDate), kStepUpFile);
 }
 
 // A fault while the file is worked out only beeps, and leaves the previous file. (A file that
@@ -88,7 +80,7 @@ TEST(WriteQuarnFile, WritesSilentlyOrOnlyBeepsAndKeepsThePreviousFile) {
     dialogs.clear();
     ASSERT_TRUE(WriteQuarnFile(HandDesign(LSection::StepsUp), path, dialogs, kDate));
     EXPECT_TRUE(dialogs.events().empty());
-    EXPECT_EQ(ReadBytes(path), StepUpFile());
+    EXPECT_EQ(ReadBytes(path), kStepUpFile);
 }
 
 }  // namespace
