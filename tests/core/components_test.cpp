@@ -11,20 +11,13 @@
 namespace varo {
 namespace {
 
+using test::CalculatedDesign;
 using test::DesignInputs;
 using test::kReferenceDesign;
 using test::MakeDesign;
 using test::RecordingReporter;
 
 constexpr double kOmega39 = 2 * 3.14159265358979323846 * 3.9e6;
-
-std::unique_ptr<DesignState> Calculated(const DesignInputs& inputs) {
-    auto state = MakeDesign(inputs);
-    RecordingReporter reporter;
-    EXPECT_TRUE(ComponentCalculations(*state, reporter));
-    EXPECT_TRUE(reporter.events.empty());
-    return state;
-}
 
 // 1500 -> 300 ohms with Q 12: plateR/(1 + q1^2) = intermediateR/(1 + (12 - q1)^2) has the root
 // q1 = 15 - 2 sqrt(11); the L section 300 -> 50 has Q sqrt(5).
@@ -53,17 +46,17 @@ TEST(ComponentCalculations, ReferenceDesignMatchesHandValues) {
         {"L1", &DesignState::L1, xL1 / kOmega39},
         {"L2", &DesignState::L2, xL2 / kOmega39},
     };
-    const auto state = Calculated(kReferenceDesign);
+    const auto state = CalculatedDesign(kReferenceDesign);
     for (const auto& row : table)
         EXPECT_NEAR((*state).*row.field, row.value, 1e-5 * row.value) << row.name;
 }
 
 TEST(ComponentCalculations, EqualResistancesAndTheSmallestQStayFinite) {
-    const auto equal = Calculated({3.9e6f, 2000, 2000, 50, 12});
+    const auto equal = CalculatedDesign({3.9e6f, 2000, 2000, 50, 12});
     EXPECT_EQ(equal->intermediateR, static_cast<float>(2000.002));  // nudged apart
     EXPECT_TRUE(std::isfinite(equal->inputQ));
     // Q 2 is exactly sqrt(500/100 - 1): inputQ takes all of it and outputQ is floored.
-    const auto floored = Calculated({3.9e6f, 500, 100, 100, 2});
+    const auto floored = CalculatedDesign({3.9e6f, 500, 100, 100, 2});
     EXPECT_FLOAT_EQ(floored->inputQ, 2);
     EXPECT_EQ(floored->outputQ, 1e-6f);
     EXPECT_NEAR(floored->xC2, 1e8, 1e2);
@@ -190,7 +183,7 @@ TEST(ComputeSectionPhases, PhasesAndRestoredInputs) {
 }
 
 TEST(ComputeSectionPhases, FaultRestoresBorrowedInputs) {
-    auto state = Calculated(kReferenceDesign);
+    auto state = CalculatedDesign(kReferenceDesign);
     SetupLadder(*state);
     state->intermediateR = 0;  // the pi section would be analysed into a zero load
     try {

@@ -116,9 +116,7 @@ TEST(AnalyzeLadder, PurelyReactiveInputKeepsTheUsualSign) {
 TEST(AnalyzeLadder, ReturnLossIsReferredToThePlateResistance) {
     float returnDb[2] = {};
     for (const float genMultiplier : {1.0f, 2.0f}) {
-        auto state = MakeDesign(kReferenceDesign, genMultiplier);
-        RecordingReporter reporter;
-        ASSERT_TRUE(ComponentCalculations(*state, reporter));
+        auto state = test::CalculatedDesign(kReferenceDesign, genMultiplier);
         SetupLadder(*state);
         returnDb[genMultiplier > 1] = Analyze(*state, state->frequency).returnDb;
     }
@@ -127,10 +125,9 @@ TEST(AnalyzeLadder, ReturnLossIsReferredToThePlateResistance) {
 }
 
 TEST(SweepRoutine, FrequenciesAndStoredValues) {
-    auto state = MakeDesign({3.5e6f, 1500, 300, 50, 12});
-    RecordingReporter reporter;
-    ASSERT_TRUE(ComponentCalculations(*state, reporter));
+    auto state = test::CalculatedDesign({3.5e6f, 1500, 300, 50, 12});
     SetupLadder(*state);
+    RecordingReporter reporter;
     ASSERT_TRUE(SweepRoutine(*state, reporter));
     EXPECT_TRUE(reporter.messages.empty());
 
@@ -165,10 +162,9 @@ TEST(SweepRoutine, FaultIsReportedAndArraysKeepWhatWasStored) {
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
-        auto state = MakeDesign(kReferenceDesign);
-        RecordingReporter reporter;
-        ASSERT_TRUE(ComponentCalculations(*state, reporter));
+        auto state = test::CalculatedDesign(kReferenceDesign);
         SetupLadder(*state);
+        RecordingReporter reporter;
         state->sweepFrequency.fill(-1);
         state->sweepTransmission.fill(-1);
         c.spoil(*state);

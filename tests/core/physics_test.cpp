@@ -13,15 +13,13 @@ namespace varo {
 namespace {
 
 using test::DesignInputs;
-using test::MakeDesign;
 using test::RecordingReporter;
 using Impedance = std::complex<double>;
 
 std::unique_ptr<DesignState> SweptDesign(const DesignInputs& inputs, float genMultiplier) {
-    auto state = MakeDesign(inputs, genMultiplier);
-    RecordingReporter reporter;
-    EXPECT_TRUE(ComponentCalculations(*state, reporter));
+    auto state = test::CalculatedDesign(inputs, genMultiplier);
     SetupLadder(*state);
+    RecordingReporter reporter;
     EXPECT_TRUE(SweepRoutine(*state, reporter));
     EXPECT_TRUE(reporter.messages.empty());
     return state;

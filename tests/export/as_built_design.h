@@ -4,7 +4,6 @@
 
 #include "core/design_fixture.h"
 #include "core/network.h"
-#include "support/recording_reporter.h"
 
 namespace varo::testing {
 
@@ -12,9 +11,7 @@ namespace varo::testing {
 // capacitor across the load where the L section steps up, as the network is built.
 inline std::unique_ptr<DesignState> AsBuiltDesign(const test::DesignInputs& inputs,
                                                   float genMultiplier = 1) {
-    auto state = test::MakeDesign(inputs, genMultiplier);
-    test::RecordingReporter reporter;
-    if (!ComponentCalculations(*state, reporter)) return nullptr;
+    auto state = test::CalculatedDesign(inputs, genMultiplier);
     SetupLadder(*state);
     state->elementType[5] = kShuntCapacitor;
     return state;
