@@ -118,9 +118,6 @@ TEST(CliDesign, OptionsAreEntryTextsAsTyped) {
          "Minimum output load has been changed to minimum-allowed value of .1 ohms\n"},
         // Transducer gain against twice the plate load: 10 log10(8/9) = -0.51 dB.
         {{"--generator", "3k"}, {"\"genMultiplier\": 2", "\"transmissionDb\": -0.51"}, ""},
-        {{"--swing=-12345670"},
-         {"\"peakSwing\": 1"},
-         "Voltage level has been reset to the minimum-allowed value of 1 volt\n"},
         {{"--power=2E7"},
          {"\"rfPower\": 10000000"},
          "Power level has been reset to the maximum-allowed value of 10000k watts\n"},

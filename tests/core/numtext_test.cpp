@@ -89,7 +89,6 @@ TEST(EngineeringFormats, BandsUnitsAndPatterns) {
         {FormatNumber, 0.123456789f, "0.12346 "},
         {FormatNumber, 999999.9f, "1000k"},
         {FormatFarad, -4.7e-9f, "-4700pF"},
-        {FormatFarad, 1.5e-8f, "0.015uF"},
         {FormatFarad, 1e-8f, "10000pF"},  // the single is just below 1e-8
         {FormatFarad, 1e7f, "0.0001GF"},  // divided by 1e11
         {FormatFarad, 2e-14f, "0.02pF"},
