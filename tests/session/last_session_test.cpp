@@ -43,13 +43,9 @@ constexpr Inputs kBefore{1, 2, 3, 4, 5, 11, 22, 33};
 // The defaults, with swing, spare and power as they were.
 constexpr Inputs kDefaults{3900000, 1500, 300, 50, 12, 11, 22, 33};
 
-const char kFullFile[] =
-    "VARO last-session file\r\n\r\n11/15/2026\r\n\r\n"
-    "Frequency: 7150000\r\nPlate impedance: 2000\r\nIntermediate impedance: 250\r\n"
-    "Load impedance: 75\r\nPI-section Q: 10\r\nPeak plate voltage swing: 2500\r\n"
-    "Spare: 0\r\nRF power: 1000\r\n\r\n";
-
-TEST(WriteLastSession, WritesTheThirteenLabelledLines) {
+// A failure beeps, says so, and leaves the file as it was; every write failure takes the same
+// path, so a full disk stands for them all.
+TEST(WriteLastSession, WritesTheThirteenLabelledLinesOrBeepsAndKeepsThePreviousFile) {
     TempFolder folder;
     DesignState state;
     Fill(state, {29700000, 2222.5, 312.5, 75, 0.5, -3, 7, 1000});
@@ -58,27 +54,20 @@ TEST(WriteLastSession, WritesTheThirteenLabelledLines) {
     ASSERT_EQ(path, folder.str() + "/VARO.CFG");
     ASSERT_TRUE(WriteLastSession(state, path, dialogs, "11/15/2026"));
     EXPECT_TRUE(dialogs.events().empty());
-    EXPECT_EQ(ReadBytes(path),
-              "VARO last-session file\r\n\r\n11/15/2026\r\n\r\n"
-              "Frequency: 2.97E+07\r\n"
-              "Plate impedance: 2222.5\r\n"
-              "Intermediate impedance: 312.5\r\n"
-              "Load impedance: 75\r\n"
-              "PI-section Q: .5\r\n"
-              "Peak plate voltage swing: -3\r\n"
-              "Spare: 0\r\n"
-              "RF power: 1000\r\n\r\n");
+    const std::string written =
+        "VARO last-session file\r\n\r\n11/15/2026\r\n\r\n"
+        "Frequency: 2.97E+07\r\n"
+        "Plate impedance: 2222.5\r\n"
+        "Intermediate impedance: 312.5\r\n"
+        "Load impedance: 75\r\n"
+        "PI-section Q: .5\r\n"
+        "Peak plate voltage swing: -3\r\n"
+        "Spare: 0\r\n"
+        "RF power: 1000\r\n\r\n";
+    EXPECT_EQ(ReadBytes(path), written);
     EXPECT_EQ(state.spare, 0.0f);
-}
 
-// Every write failure takes the same path: a disk full stands for them all.
-TEST(WriteLastSession, AFailureBeepsShowsTheMessageAndKeepsThePreviousFile) {
-    TempFolder folder;
-    const std::string path = SessionFilePath(folder.str());
-    WriteBytes(path, kFullFile);
-    DesignState state;
-    Fill(state, {3900000, 1500, 300, 50, 12, 2500, 0, 1000});
-    ScriptedDialogs dialogs;
+    state.frequency = 7e6f;
     {
         const FileSizeLimit disk(0);
         EXPECT_FALSE(WriteLastSession(state, path, dialogs, "11/15/2026"));
@@ -89,7 +78,7 @@ TEST(WriteLastSession, AFailureBeepsShowsTheMessageAndKeepsThePreviousFile) {
     EXPECT_EQ(dialogs.events()[1].text, "The Last-Session file was not written correctly.");
     EXPECT_EQ(dialogs.events()[1].title, kProgramTitle);
     EXPECT_EQ(dialogs.events()[1].detail, path + ": File too large");
-    EXPECT_EQ(ReadBytes(path), kFullFile);
+    EXPECT_EQ(ReadBytes(path), written);
 }
 
 // Reads `bytes` as the session file, or with no file at all.
@@ -113,7 +102,12 @@ TEST(ReadLastSession, TakesUsefulLinesByPositionOnly) {
     } cases[] = {
         // What cannot be read as a file (a pipe, a device) ends the read the same way, silently.
         {"no file", std::nullopt, kDefaults},
-        {"as written", kFullFile, {7150000, 2000, 250, 75, 10, 2500, 0, 1000}},
+        {"as written",
+         "VARO last-session file\r\n\r\n11/15/2026\r\n\r\n"
+         "Frequency: 7150000\r\nPlate impedance: 2000\r\nIntermediate impedance: 250\r\n"
+         "Load impedance: 75\r\nPI-section Q: 10\r\nPeak plate voltage swing: 2500\r\n"
+         "Spare: 0\r\nRF power: 1000\r\n\r\n",
+         {7150000, 2000, 250, 75, 10, 2500, 0, 1000}},
         {"comments and blanks anywhere, also before the header",
          "* saved by hand\r\n\r\nVARO last-session file\r\n*\r\n11/15/2026\r\n"
          "Frequency: 7e6\r\n\r\n* plate next\r\nPlate impedance: 2k\r\n3,5E2\r\n*\r\n"

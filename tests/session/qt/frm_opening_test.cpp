@@ -26,21 +26,17 @@ struct FrmOpeningTest : ::testing::Test {
     DesignState state;
 };
 
-TEST_F(FrmOpeningTest, CaptionsAndTitle) {
+TEST_F(FrmOpeningTest, CaptionsAndALayoutOfTwelveByNineThousandTwipsThatScales) {
     FrmOpening screen(state, path);
     EXPECT_EQ(screen.objectName(), "frmOpening");
     EXPECT_EQ(screen.windowTitle(), "VARO - Version 2.17 - Welcome !");
-    EXPECT_EQ(Find<QPushButton>(screen, "cmdEnter")->text(), "Start");
+    QPushButton* enter = Find<QPushButton>(screen, "cmdEnter");
+    EXPECT_EQ(enter->text(), "Start");
     EXPECT_EQ(Find<QPushButton>(screen, "cmdExit")->text(), "Exit");
     // The picture is named for screen readers; buttons and labels speak their captions.
     EXPECT_EQ(Find<QWidget>(screen, "Image1")->accessibleName(), "VARO title picture");
-}
-
-TEST_F(FrmOpeningTest, LayoutIsTwelveByNineThousandTwipsAndScales) {
-    FrmOpening screen(state, path);
     EXPECT_EQ(screen.size(), QSize(800, 600));  // 96 dots per inch: 15 twips a pixel
     screen.show();
-    QPushButton* enter = Find<QPushButton>(screen, "cmdEnter");
     EXPECT_EQ(enter->geometry(), QRect(500, 433, 100, 22));
     EXPECT_EQ(Find<QWidget>(screen, "Image1")->geometry(), QRect(160, 67, 200, 66));
     const int fontPixels = enter->font().pixelSize();
