@@ -129,7 +129,6 @@ TEST(SweepRoutine, FrequenciesAndStoredValues) {
     SetupLadder(*state);
     RecordingReporter reporter;
     ASSERT_TRUE(SweepRoutine(*state, reporter));
-    EXPECT_TRUE(reporter.messages.empty());
 
     EXPECT_FLOAT_EQ(state->sweepFrequency[0], 1.75e6f);
     EXPECT_FLOAT_EQ(state->sweepFrequency[2000], 14e6f);

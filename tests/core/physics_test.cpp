@@ -21,7 +21,6 @@ std::unique_ptr<DesignState> SweptDesign(const DesignInputs& inputs, float genMu
     SetupLadder(*state);
     RecordingReporter reporter;
     EXPECT_TRUE(SweepRoutine(*state, reporter));
-    EXPECT_TRUE(reporter.messages.empty());
     return state;
 }
 

@@ -5,7 +5,6 @@
 #include <array>
 #include <optional>
 #include <string>
-#include <vector>
 
 #include "platform/dialogs.h"
 #include "platform/file_size_limit.h"
