@@ -68,8 +68,7 @@ TEST_F(NavigatorTest, StartThenARegisteredScreenAndBackByClosingIt) {
     EXPECT_EQ(navigator.currentScreen(), design);
     EXPECT_TRUE(design->isVisible());
     EXPECT_EQ(dialogParent, design);
-    Click(design, "cmdInductor");  // nobody registered it
-    EXPECT_EQ(navigator.currentScreen(), design);
+    Click(design, "cmdInductor");  // nobody registered it: the screen says so itself
     EXPECT_EQ(
         dialogs.messages(),
         std::vector<std::string>{"The inductor designer is not yet available in this version."});
