@@ -12,17 +12,12 @@ namespace {
 // command with the printer's message.
 TEST(CliPdfTest, DesignWritesTheReportAsPdf) {
     testing::TempFolder folder;
-    struct Case {
-        std::string path;
-        int status;
-        bool written;
-    };
-    for (const Case& c : {Case{folder.File("report.pdf"), 0, true},
-                          Case{folder.File("missing/report.pdf"), 1, false}}) {
+    for (const bool writable : {true, false}) {
+        const std::string path = folder.File(writable ? "report.pdf" : "missing/report.pdf");
         std::ostringstream out, err;
-        EXPECT_EQ(cli::RunDesign({"--pdf", c.path}, out, err), c.status) << err.str();
-        EXPECT_EQ(testing::ReadBytes(c.path).rfind("%PDF", 0) == 0, c.written);
-        EXPECT_EQ(err.str().find("Printer Error") != std::string::npos, !c.written) << err.str();
+        EXPECT_EQ(cli::RunDesign({"--pdf", path}, out, err), writable ? 0 : 1) << err.str();
+        EXPECT_EQ(testing::ReadBytes(path).rfind("%PDF", 0) == 0, writable);
+        EXPECT_EQ(err.str().find("Printer Error") != std::string::npos, !writable) << err.str();
     }
 }
 

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
+#include <algorithm>
 #include <sstream>
 #include <streambuf>
 
@@ -30,12 +30,6 @@ bool Has(const std::string& text, const std::string& part) {
     return text.find(part) != std::string::npos;
 }
 
-double JsonValue(const std::string& json, const std::string& key) {
-    const auto at = json.find("\"" + key + "\": ");
-    EXPECT_NE(at, std::string::npos) << key;
-    return at == std::string::npos ? 0 : std::strtod(json.c_str() + at + key.size() + 4, nullptr);
-}
-
 // Mistakes exit 2 with the reason and the usage; a failed file exits 1 after the program's
 // message, its path and reason; help exits 0.
 TEST(Cli, ExitStatusAndWhatItSays) {
@@ -50,9 +44,7 @@ TEST(Cli, ExitStatusAndWhatItSays) {
         {{"design", "--plate", "-5"}, 2, "varo-cli: --plate needs a value"},
         {{"design", "--json=yes"}, 2, "varo-cli: --json takes no value"},
         {{"design", "3.6M"}, 2, "varo-cli: unexpected argument '3.6M'"},
-        {{"plate-load", "--swing", "1k", "--power", "1", "--class", "D"},
-         2,
-         "varo-cli: unknown class 'D'"},
+        {{"plate-load", "--class", "D"}, 2, "varo-cli: unknown class 'D'"},
         {{"coil", "--diameter", "2"}, 2, "varo-cli: --inductance is required"},
         {{"design", "--coil-q", "0"}, 2, "--coil-q needs an unloaded Q above 0"},
         {{"design", "--touchstone", "net.txt"},
@@ -66,7 +58,6 @@ TEST(Cli, ExitStatusAndWhatItSays) {
          1,
          "\"The Quarn file was not written.\\n/nonexistent/\\ufffd: No such file or directory\""},
         {{"design", "--spice", "/nonexistent/net.cir"}, 1, "We could not write the SPICE netlist"},
-        {{"coil", "--help"}, 0, "usage: varo-cli coil"},
         {{"design", "--help"},
          0,
          "[--spice FILE] [--touchstone FILE] [--losses]\n"
@@ -118,9 +109,6 @@ TEST(CliDesign, OptionsAreEntryTextsAsTyped) {
         std::vector<std::string> expected;
         std::string err;
     } cases[] = {
-        {{},
-         {"\"frequency\": 3900000", "\"messages\": []", "\"lPhase\"", "\"iL2\"", "\"n\": 5"},
-         ""},
         {{"--frequency", "3,6 M", "--plate", "2,5k", "--q", "10"},
          {"\"frequency\": 3600000", "\"plateR\": 2500", "\"piQ\": 10"},
          ""},
@@ -130,9 +118,6 @@ TEST(CliDesign, OptionsAreEntryTextsAsTyped) {
          "Minimum output load has been changed to minimum-allowed value of .1 ohms\n"},
         // Transducer gain against twice the plate load: 10 log10(8/9) = -0.51 dB.
         {{"--generator", "3k"}, {"\"genMultiplier\": 2", "\"transmissionDb\": -0.51"}, ""},
-        {{"--swing=-12345670"},
-         {"\"peakSwing\": 1"},
-         "Voltage level has been reset to the minimum-allowed value of 1 volt\n"},
         {{"--power=2E7"},
          {"\"rfPower\": 10000000"},
          "Power level has been reset to the maximum-allowed value of 10000k watts\n"},
@@ -148,26 +133,20 @@ TEST(CliDesign, OptionsAreEntryTextsAsTyped) {
     }
 }
 
-TEST(CliDesign, ReadableReportShowsComponentsAndHarmonics) {
-    const Outcome outcome = RunCli({"design", "--swing", "2500", "--power", "1000"});
-    ASSERT_EQ(outcome.status, 0);
-    for (const char* text : {"C1:", "pF", "uH", "2.5kVpeak", "Total phase: ", "Harmonics", "5th"})
-        EXPECT_TRUE(Has(outcome.out, text)) << text;
-}
-
-// The pi network 2000 -> 50 ohms at 3.8 MHz, Q 12, has no L section; coils of Q 300.
-TEST(CliDesign, TankLossesInJsonAndInTheReport) {
+// The pi network 2000 -> 50 ohms at 3.8 MHz, Q 12, has no L section; coils of Q 300. The tank
+// losses show only where a loss Q is given.
+TEST(CliDesign, ReadableReportAndJsonCarryTheTankLosses) {
     std::vector<std::string> words{
         "design", "--frequency", "3.8M", "--plate",       "2k", "--intermediate", "50", "--load",
         "50",     "--power",     "100",  "--capacitor-q", "2k"};
-    EXPECT_TRUE(Has(RunCli(words).out,
-                    "Tank losses (coil Q 300, capacitor Q 2000)\n"
-                    "  Efficiency (%):         95.6 \n"));
+    const std::string report = RunCli(words).out;
+    for (const char* text :
+         {"  C1:                     222.781pF\n", "Total phase: -138.34 deg.", "  5th    19M ",
+          "Tank losses (coil Q 300, capacitor Q 2000)\n"
+          "  Efficiency (%):         95.6 \n"})
+        EXPECT_TRUE(Has(report, text)) << text << "\n" << report;
     words.push_back("--json");
-    const std::string json = RunCli(words).out;
-    const std::string losses = json.substr(std::min(json.find("\"losses\""), json.size()));
-    EXPECT_NEAR(JsonValue(losses, "lossDb"), 0.195, 0.0005);
-    EXPECT_EQ(JsonValue(losses, "C3"), 0);
+    EXPECT_TRUE(Has(RunCli(words).out, "\"lossDb\": 0.1954"));
     EXPECT_FALSE(Has(RunCli({"design", "--json"}).out, "\"losses\""));
 }
 
@@ -212,15 +191,14 @@ TEST(CliHelpers, PlateLoadAndCoilReachTheirHelpers) {
     const Outcome ab =
         RunCli({"plate-load", "--json", "--swing", "2500", "--power", "1000", "--class", "AB"});
     EXPECT_TRUE(Has(ab.out, "\"newPlateLoad\": 3906.25")) << ab.out;
+    // No class given: the factor keeps its starting value; the helper's limits speak.
     const Outcome low = RunCli({"plate-load", "--swing", "0.5", "--power", "100"});
+    EXPECT_TRUE(Has(low.out, "Class factor K: 2\n")) << low.out;
     EXPECT_TRUE(
         Has(low.err, "Voltage level has been reset to the minimum-allowed value of 1 volt"));
-    EXPECT_TRUE(Has(low.out, "Class factor K: 2\n")) << low.out;
     const Outcome cm = RunCli({"coil", "--json", "--cm", "--inductance", "10u", "--diameter",
                                "5.08", "--length", "10.16", "--gauge", "14"});
-    EXPECT_TRUE(Has(cm.out, "\"coilDiameter\": 2")) << cm.out;
-    EXPECT_TRUE(Has(cm.out, "\"coilTurns\": 22.13"));
-    EXPECT_TRUE(Has(cm.out, "\"criticalGauge\": 6"));
+    EXPECT_TRUE(Has(cm.out, "\"coilDiameter\": 2")) << cm.out;  // kept in inches
     const Outcome stopped = RunCli({"coil", "--json", "--inductance", "10u"});
     EXPECT_EQ(stopped.status, 0);
     EXPECT_TRUE(Has(stopped.out, "\"stopped\": true"));

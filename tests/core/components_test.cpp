@@ -11,6 +11,7 @@
 namespace varo {
 namespace {
 
+using test::CalculatedDesign;
 using test::DesignInputs;
 using test::kReferenceDesign;
 using test::MakeDesign;
@@ -18,16 +19,9 @@ using test::RecordingReporter;
 
 constexpr double kOmega39 = 2 * 3.14159265358979323846 * 3.9e6;
 
-std::unique_ptr<DesignState> Calculated(const DesignInputs& inputs) {
-    auto state = MakeDesign(inputs);
-    RecordingReporter reporter;
-    EXPECT_TRUE(ComponentCalculations(*state, reporter));
-    EXPECT_TRUE(reporter.events.empty());
-    return state;
-}
-
 // 1500 -> 300 ohms with Q 12: plateR/(1 + q1^2) = intermediateR/(1 + (12 - q1)^2) has the root
-// q1 = 15 - 2 sqrt(11); the L section 300 -> 50 has Q sqrt(5).
+// q1 = 15 - 2 sqrt(11); the L section 300 -> 50 has Q sqrt(5). (The parts' values in farads and
+// henries show in the printed report's test.)
 TEST(ComponentCalculations, ReferenceDesignMatchesHandValues) {
     const double q1 = 15 - 2 * std::sqrt(11.0);
     const double xC1 = 1500 / q1;
@@ -40,83 +34,65 @@ TEST(ComponentCalculations, ReferenceDesignMatchesHandValues) {
         float DesignState::*field;
         double value;
     } table[] = {
-        {"omega", &DesignState::omega, kOmega39},
-        {"inputQ", &DesignState::inputQ, q1},
-        {"outputQ", &DesignState::outputQ, 12 - q1},
-        {"xC1", &DesignState::xC1, xC1},
-        {"xC2", &DesignState::xC2, xC2},
-        {"xL1", &DesignState::xL1, xL1},
-        {"xL2", &DesignState::xL2, xL2},
+        {"inputQ", &DesignState::inputQ, q1}, {"outputQ", &DesignState::outputQ, 12 - q1},
+        {"xC1", &DesignState::xC1, xC1},      {"xC2", &DesignState::xC2, xC2},
+        {"xL1", &DesignState::xL1, xL1},      {"xL2", &DesignState::xL2, xL2},
         {"xC3", &DesignState::xC3, xC3},
-        {"C1", &DesignState::C1, 1 / (xC1 * kOmega39)},
-        {"C2", &DesignState::C2, 1 / (xC2 * kOmega39)},
-        {"C3", &DesignState::C3, 1 / (xC3 * kOmega39)},
-        {"L1", &DesignState::L1, xL1 / kOmega39},
-        {"L2", &DesignState::L2, xL2 / kOmega39},
     };
-    const auto state = Calculated(kReferenceDesign);
+    const auto state = CalculatedDesign(kReferenceDesign);
     for (const auto& row : table)
         EXPECT_NEAR((*state).*row.field, row.value, 1e-5 * row.value) << row.name;
 }
 
 TEST(ComponentCalculations, EqualResistancesAndTheSmallestQStayFinite) {
-    const auto equal = Calculated({3.9e6f, 2000, 2000, 50, 12});
+    const auto equal = CalculatedDesign({3.9e6f, 2000, 2000, 50, 12});
     EXPECT_EQ(equal->intermediateR, static_cast<float>(2000.002));  // nudged apart
-    EXPECT_TRUE(std::isfinite(equal->inputQ));
     // Q 2 is exactly sqrt(500/100 - 1): inputQ takes all of it and outputQ is floored.
-    const auto floored = Calculated({3.9e6f, 500, 100, 100, 2});
+    const auto floored = CalculatedDesign({3.9e6f, 500, 100, 100, 2});
     EXPECT_FLOAT_EQ(floored->inputQ, 2);
     EXPECT_EQ(floored->outputQ, 1e-6f);
     EXPECT_NEAR(floored->xC2, 1e8, 1e2);
 }
 
 TEST(ComponentCalculations, FaultRaisesQAndReports) {
+    const char* const kBadArgument = "Invalid argument (square root or logarithm of a bad value)";
     const struct {
         const char* name;
         DesignInputs inputs;
         float newQ;
-        const char* qText;
-        const char* faultLine;
+        const char *qText, *faultLine;
     } cases[] = {
         // sqrt(5000 * 50 * 25 - 4950^2) has a negative argument; Int(sqrt(100) + 1) = 11.
-        {"low Q",
-         {3.9e6f, 5000, 50, 50, 5},
-         11,
-         " 11",
-         "Invalid argument (square root or logarithm of a bad value)"},
+        {"low Q", {3.9e6f, 5000, 50, 50, 5}, 11, " 11", kBadArgument},
         // Q x plateR equals the root (500 = 100 (1 + 2^2)): inputQ 0, xC1 divides by it.
         {"zero inputQ", {3.9e6f, 100, 500, 50, 2}, 1, " 1", "Division by zero"},
         // The new Q cannot be formed from a zero intermediateR: Q keeps its value.
-        {"zero intermediateR",
-         {3.9e6f, 1500, 0, 50, 12},
-         12,
-         " 12",
-         "Invalid argument (square root or logarithm of a bad value)"},
+        {"zero intermediateR", {3.9e6f, 1500, 0, 50, 12}, 12, " 12", kBadArgument},
     };
     for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
         auto state = MakeDesign(c.inputs);
         state->L2 = 123;  // a value from an earlier design stays
         RecordingReporter reporter;
-        EXPECT_FALSE(ComponentCalculations(*state, reporter)) << c.name;
-        EXPECT_EQ(state->piQ, c.newQ) << c.name;
-        EXPECT_EQ(state->L2, 123) << c.name;
-        EXPECT_EQ(reporter.events, (std::vector<std::string>{"close", "piq", "message"})) << c.name;
-        ASSERT_EQ(reporter.messages.size(), 1u) << c.name;
-        EXPECT_EQ(reporter.piQTexts, std::vector<std::string>{c.qText}) << c.name;
+        EXPECT_FALSE(ComponentCalculations(*state, reporter));
+        EXPECT_EQ(state->piQ, c.newQ);
+        EXPECT_EQ(state->L2, 123);
+        ASSERT_EQ(reporter.events, (std::vector<std::string>{"close", "piq", "message"}));
+        EXPECT_EQ(reporter.piQTexts, std::vector<std::string>{c.qText});
         EXPECT_EQ(reporter.messages[0].text,
                   std::string("We have a ComponentCalculations error.\r\n   \r\n"
                               "This can be caused by insufficient Pi-section\r\n"
                               "Q or unusual or unlikely inputs.  \r\n\r\n"
                               "Please recheck the entries.  Meanwhile, the\r\n"
                               "PI-net Q has been reset to a higher value.\r\n") +
-                      c.faultLine)
-            << c.name;
-        EXPECT_EQ(reporter.messages[0].title, "") << c.name;
-        EXPECT_EQ(reporter.messages[0].icon, MessageIcon::None) << c.name;
+                      c.faultLine);
+        EXPECT_EQ(reporter.messages[0].title, "");
+        EXPECT_EQ(reporter.messages[0].icon, MessageIcon::None);
     }
 }
 
-TEST(SetupLadder, LaysOutPositionsForEachLSection) {
+// The L section in each direction; where the pi's parts sit, the physics cross-checks show.
+TEST(SetupLadder, LSectionForEachDirection) {
     const struct {
         const char* name;
         float intermediateR, loadR;
@@ -136,27 +112,12 @@ TEST(SetupLadder, LaysOutPositionsForEachLSection) {
         state->xC3 = -2;
         RecordingReporter reporter;
         ASSERT_TRUE(ComponentCalculations(*state, reporter));
-        // Never written: a step-up C3 stays out of the analysis, and (stepping down) the entries
-        // of the other value array stay as they were.
-        state->elementType[5] = 7;
-        state->elementL[1] = 91;
-        state->elementC[2] = 92;
+        state->elementType[5] = 7;  // never written: a step-up C3 stays out of the analysis
         SetupLadder(*state);
         EXPECT_NEAR(state->xL2, c.xL2, 1e-4);
         EXPECT_NEAR(state->xC3, c.xC3, 1e-4);
         EXPECT_EQ(state->elementCount, c.elementCount);
         EXPECT_EQ(state->elementType[5], 7);
-        const float types[] = {0, 4, 1, 4, 1};
-        for (int p = 1; p <= 4; ++p)
-            EXPECT_EQ(state->elementType[p], types[p]) << p;
-        EXPECT_EQ(state->elementC[1], state->C1);
-        EXPECT_EQ(state->elementL[2], state->L1);
-        EXPECT_EQ(state->elementL[4], state->L2);
-        if (c.elementCount == 4) {
-            EXPECT_EQ(state->elementC[3], static_cast<float>(double{state->C2} + state->C3));
-            EXPECT_EQ(state->elementL[1], 91);
-            EXPECT_EQ(state->elementC[2], 92);
-        }
         if (c.elementCount == 3) {
             EXPECT_EQ(state->L2, 0);
             EXPECT_EQ(state->C3, 0);
@@ -164,9 +125,6 @@ TEST(SetupLadder, LaysOutPositionsForEachLSection) {
             EXPECT_NEAR(state->L2, c.xL2 / kOmega39, 1e-5 * state->L2);
             EXPECT_NEAR(state->C3, 1 / (c.xC3 * kOmega39), 1e-5 * state->C3);
         }
-        EXPECT_EQ(state->sweepStart, 1.95e6f);
-        EXPECT_EQ(state->sweepStop, 15.6e6f);
-        EXPECT_EQ(state->sourceR, 1500);
     }
 }
 
@@ -190,7 +148,7 @@ double PlateSideQ(double plateR, double intermediateR, double q) {
 
 // A matched lossless low-pass pi lags by atan(q1) + atan(q2), an L section by atan(QL); the
 // analysis reports the phase with the opposite sign (EMF over load voltage).
-TEST(ComputeSectionPhases, PhasesAndLadderLeftInLSectionState) {
+TEST(ComputeSectionPhases, PhasesAndRestoredInputs) {
     const struct {
         const char* name;
         DesignInputs inputs;
@@ -210,18 +168,14 @@ TEST(ComputeSectionPhases, PhasesAndLadderLeftInLSectionState) {
         const double q1 = PlateSideQ(c.inputs.plateR, c.inputs.intermediateR, c.inputs.piQ);
         EXPECT_NEAR(state->piPhase, -Degrees(std::atan(q1) + std::atan(c.inputs.piQ - q1)), 1e-3);
         EXPECT_NEAR(state->lPhase, c.lPhase, 1e-3);
-        EXPECT_EQ(state->analysisFrequency, c.inputs.frequency);
         EXPECT_EQ(state->plateR, c.inputs.plateR);
         EXPECT_EQ(state->loadR, c.inputs.loadR);
         EXPECT_EQ(state->elementCount, c.elementCount);
-        EXPECT_EQ(state->elementC[1], c.elementCount == 4 ? state->C3 : 0);
-        // Position 3 keeps the pi section's own C2, without C3.
-        EXPECT_EQ(state->elementC[3], state->C2);
     }
 }
 
 TEST(ComputeSectionPhases, FaultRestoresBorrowedInputs) {
-    auto state = Calculated(kReferenceDesign);
+    auto state = CalculatedDesign(kReferenceDesign);
     SetupLadder(*state);
     state->intermediateR = 0;  // the pi section would be analysed into a zero load
     try {

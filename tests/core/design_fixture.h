@@ -1,9 +1,12 @@
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <memory>
 
 #include "core/design_state.h"
 #include "core/network.h"
+#include "support/recording_reporter.h"
 
 namespace varo::test {
 
@@ -33,6 +36,15 @@ inline void SetDesign(DesignState& state, const DesignInputs& in, float genMulti
 inline std::unique_ptr<DesignState> MakeDesign(const DesignInputs& in, float genMultiplier = 1) {
     auto state = std::make_unique<DesignState>();
     SetDesign(*state, in, genMultiplier);
+    return state;
+}
+
+// A fresh record with its components worked out; the test fails where they cannot be.
+inline std::unique_ptr<DesignState> CalculatedDesign(const DesignInputs& in,
+                                                     float genMultiplier = 1) {
+    auto state = MakeDesign(in, genMultiplier);
+    RecordingReporter reporter;
+    EXPECT_TRUE(ComponentCalculations(*state, reporter));
     return state;
 }
 

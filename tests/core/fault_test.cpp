@@ -80,7 +80,6 @@ TEST(Robustness, RandomInputsNeverCrash) {
         } catch (const ArithmeticFault&) {
         }
     }
-    SUCCEED();
 }
 
 }  // namespace

@@ -6,21 +6,11 @@
 
 #include "core/design_fixture.h"
 #include "core/fault.h"
-#include "support/recording_reporter.h"
 
 namespace varo {
 namespace {
 
 using test::DesignInputs;
-using test::MakeDesign;
-
-std::unique_ptr<DesignState> Computed(const DesignInputs& inputs, float rfPower) {
-    auto state = MakeDesign(inputs);
-    state->rfPower = rfPower;
-    test::RecordingReporter reporter;
-    EXPECT_TRUE(ComponentCalculations(*state, reporter));
-    return state;
-}
 
 // An independent calculation of the pi network 2000 -> 50 ohms at 3.8 MHz, Q 12 (C1 222.8 pF,
 // L1 8.804 uH, C2 1140.7 pF) with coils of Q 300; the rule of thumb 1 - Q / Q_coil gives 96 %.
@@ -32,7 +22,8 @@ TEST(TankLosses, PiNetworkAgreesWithAnIndependentCalculation) {
         {1e15, 96.154, 0.1703, 1924.35, -14.07},  // ideal capacitors
         {2000, 95.600, 0.1954, 1914.40, -15.16},
     };
-    const auto state = Computed({3.8e6f, 2000, 50, 50, 12}, 100);
+    const auto state = test::CalculatedDesign({3.8e6f, 2000, 50, 50, 12});
+    state->rfPower = 100;
     for (const auto& c : cases) {
         SCOPED_TRACE(c.capacitorQ);
         const TankLosses losses = AnalyzeTankLosses(*state, {300, c.capacitorQ});
@@ -56,7 +47,8 @@ TEST(TankLosses, DissipationsAndLoadPowerAddUpToTheInputPower) {
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.inputs.intermediateR);
-        const auto state = Computed(c.inputs, 1000);
+        const auto state = test::CalculatedDesign(c.inputs);
+        state->rfPower = 1000;
         const TankLosses losses = AnalyzeTankLosses(*state, {});
         const double dissipated = std::accumulate(losses.watts.begin(), losses.watts.end(), 0.0);
         EXPECT_DOUBLE_EQ(losses.loadWatts, 1000);
@@ -69,7 +61,8 @@ TEST(TankLosses, DissipationsAndLoadPowerAddUpToTheInputPower) {
 }
 
 TEST(TankLosses, AQOfZeroOrLessIsAFault) {
-    const auto state = Computed({3.9e6f, 1500, 300, 50, 12}, 1000);
+    const auto state = test::CalculatedDesign({3.9e6f, 1500, 300, 50, 12});
+    state->rfPower = 1000;
     for (const TankQ q : {TankQ{0, 2000}, TankQ{300, -1}})
         EXPECT_THROW(AnalyzeTankLosses(*state, q), ArithmeticFault);
 }

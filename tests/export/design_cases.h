@@ -4,7 +4,7 @@
 
 namespace varo::testing {
 
-enum class LSection { StepsUp, None, StepsDown };
+enum class LSection { StepsUp, None };
 
 // A 3.5 MHz design with round component values, set by hand so that the expected files can be
 // written from them: C1 4700 pF, L1 2.2 uH, C2 0.015 uF, L2 470 nH, C3 100 pF; plate 2000 ohms,
@@ -50,11 +50,6 @@ inline DesignState HandDesign(LSection section) {
             s.L2 = 0;
             s.C3 = 0;
             s.elementCount = 3;
-            break;
-        case LSection::StepsDown:
-            s.intermediateR = 100;
-            s.elementC[3] = 1.51e-8f;
-            s.elementCount = 4;
             break;
     }
     return s;

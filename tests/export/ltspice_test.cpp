@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <sstream>
 #include <string>
 
 #include "export/design_cases.h"
@@ -64,17 +63,14 @@ const char kCommonStart[] =
     "WIRE  448  0  496  0 \r\n";
 
 // The third element at x 496.
-std::string ThirdCapacitor(const std::string& valueText) {
-    return "SYMBOL cap  528  80 R0\r\n"
-           "SYMATTR InstName C3\r\n"
-           "SYMATTR Value " +
-           valueText +
-           "\r\n"
-           "WIRE  496  0  592  0 \r\n"
-           "WIRE  544  0  544  80 \r\n"
-           "WIRE  544  144  544  224 \r\n"
-           "FLAG  544  224 0\r\n";
-}
+const char kThirdCapacitor[] =
+    "SYMBOL cap  528  80 R0\r\n"
+    "SYMATTR InstName C3\r\n"
+    "SYMATTR Value 0.015uF\r\n"
+    "WIRE  496  0  592  0 \r\n"
+    "WIRE  544  0  544  80 \r\n"
+    "WIRE  544  144  544  224 \r\n"
+    "FLAG  544  224 0\r\n";
 
 // L2 as the fourth element at x 592.
 const char kFourthInductor[] =
@@ -113,79 +109,52 @@ const char kLoadAt592[] =
 
 // The file of the step-up design, whose ladder has every element.
 std::string StepUpFile() {
-    return kCommonStart + ThirdCapacitor("0.015uF") + kFourthInductor + kStepUpRest;
+    return std::string(kCommonStart) + kThirdCapacitor + kFourthInductor + kStepUpRest;
 }
 
 // Without an L section the load follows C3 directly.
 TEST(LTspiceSchematic, TextMatchesTheHandWrittenFile) {
     EXPECT_EQ(LTspiceSchematicText(HandDesign(LSection::StepsUp)), StepUpFile());
     EXPECT_EQ(LTspiceSchematicText(HandDesign(LSection::None)),
-              kCommonStart + ThirdCapacitor("0.015uF") + kLoadAt592);
+              std::string(kCommonStart) + kThirdCapacitor + kLoadAt592);
     testing::DecimalCommaLocale locale;
     if (locale.active()) {
         EXPECT_EQ(LTspiceSchematicText(HandDesign(LSection::StepsUp)), StepUpFile());
     }
 }
 
-std::string LineOf(const std::string& text, int number) {
-    std::istringstream lines(text);
-    std::string line;
-    for (int i = 0; i < number; ++i)
-        std::getline(lines, line);
-    if (!line.empty() && line.back() == '\r') line.pop_back();
-    return line;
-}
-
+// The lower sweep bound is a double (up to 15 digits), the upper one a single; without a
+// generator multiplier the source amplitude is the swing itself.
 TEST(LTspiceSchematic, SourceAndSweepLinesFollowTheInputs) {
-    const struct {
-        const char* name;
-        void (*change)(DesignState&);
-        int line;
-        std::string expected;
-    } cases[] = {
-        {"7 MHz: the single upper bound turns to exponent form",
-         [](DesignState& s) { s.frequency = 7000000; }, 17,
-         "TEXT 0 288 Left 0  !.AC DEC 1000  3500000  2.8E+07 "},
-        {"1 Hz", [](DesignState& s) { s.frequency = 1; }, 17,
-         "TEXT 0 288 Left 0  !.AC DEC 1000  .5  4 "},
-        {"the lower bound is a double: 15 digits", [](DesignState& s) { s.frequency = 3333333; },
-         17, "TEXT 0 288 Left 0  !.AC DEC 1000  1666666.5  1.333333E+07 "},
-        {"generator multiplier 0: amplitude is the swing",
-         [](DesignState& s) { s.genMultiplier = 0; }, 6, "SYMATTR Value AC 2500"},
-        {"fractional amplitude", [](DesignState& s) { s.peakSwing = 0.5; }, 6,
-         "SYMATTR Value AC 1.25"},
-    };
-    for (const auto& c : cases) {
-        DesignState state = HandDesign(LSection::None);
-        c.change(state);
-        EXPECT_EQ(LineOf(LTspiceSchematicText(state), c.line), c.expected) << c.name;
-    }
+    DesignState state = HandDesign(LSection::None);
+    state.frequency = 3333333;
+    state.genMultiplier = 0;
+    const std::string text = LTspiceSchematicText(state);
+    for (const char* line : {"\r\nTEXT 0 288 Left 0  !.AC DEC 1000  1666666.5  1.333333E+07 \r\n",
+                             "\r\nSYMATTR Value AC 2500\r\n"})
+        EXPECT_NE(text.find(line), std::string::npos) << line << text;
 }
 
 TEST(WriteLTspiceSchematic, AFailureKeepsThePreviousFileAndNamesPathAndReason) {
     TempFolder folder;
     const std::string path = folder.File("design.ASC");
-    const std::string missing = folder.File("missing/x.ASC");
     DesignState zeroPlate = HandDesign(LSection::None);
     zeroPlate.plateR = 0;
     const struct {
         const char* name;
         DesignState state;
-        std::string path;
         std::size_t diskRoom;
         std::string detail;
     } cases[] = {
-        {"no such folder", HandDesign(LSection::None), missing, SIZE_MAX,
-         missing + ": No such file or directory"},
-        {"disk full", HandDesign(LSection::None), path, 100, path + ": File too large"},
-        {"plate 0", zeroPlate, path, SIZE_MAX, path + ": Division by zero"},
+        {"disk full", HandDesign(LSection::None), 100, path + ": File too large"},
+        {"plate 0", zeroPlate, SIZE_MAX, path + ": Division by zero"},
     };
     for (const auto& c : cases) {
         WriteBytes(path, "previous");
         ScriptedDialogs dialogs;
         {
             const FileSizeLimit disk(c.diskRoom);
-            EXPECT_FALSE(WriteLTspiceSchematic(c.state, c.path, dialogs)) << c.name;
+            EXPECT_FALSE(WriteLTspiceSchematic(c.state, path, dialogs)) << c.name;
         }
         ASSERT_EQ(dialogs.events().size(), 1u) << c.name;
         EXPECT_EQ(dialogs.events()[0].kind, Kind::Message);
@@ -202,12 +171,6 @@ TEST(WriteLTspiceSchematic, AFailureKeepsThePreviousFileAndNamesPathAndReason) {
 
 // The name proposed is the last one chosen, its last four characters turned into ".ASC".
 TEST(LTspiceSaveRequest, ProposesTheLastNameWithAnAscEnding) {
-    std::string defaultName;
-    EXPECT_EQ(
-        LTspiceSaveRequest(defaultName),
-        (SaveDialogRequest{"VARO Design - write LTspice schematic",
-                           "LTspice schematic files (*.ASC) | *.ASC", 1, "Default.ASC", true}));
-    EXPECT_EQ(defaultName, "Default.ASC");
     const struct { std::string name, proposed; } cases[] = {{"Amp.asc", "Amp.ASC"}, {"ab", ".ASC"}};
     for (const auto& c : cases) {
         std::string name = c.name;

@@ -10,6 +10,7 @@
 
 #include "export/as_built_design.h"
 #include "export/external_tools.h"
+#include "support/recording_reporter.h"
 #include "support/temp_folder.h"
 
 namespace varo {
@@ -118,8 +119,7 @@ TEST(Touchstone, ScikitRfReadsWhatTheAnalysisComputes) {
     std::vector<std::unique_ptr<DesignState>> states;
     for (const auto& c : cases) {
         auto& state = states.emplace_back(testing::AsBuiltDesign(c));
-        ASSERT_TRUE(state);
-        testing::SilentReporter reporter;
+        test::RecordingReporter reporter;
         ASSERT_TRUE(SweepRoutine(*state, reporter));
 
         const std::string stem = folder.File(std::to_string(states.size()));

@@ -56,7 +56,6 @@ std::tm November15th2026() {
     date.tm_year = 2026 - 1900;
     date.tm_mon = 10;
     date.tm_mday = 15;
-    date.tm_wday = 0;
     return date;
 }
 

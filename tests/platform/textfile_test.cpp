@@ -77,9 +77,7 @@ TEST(SaveFile, WritesASpecialFileInPlaceAndNeverWaitsForAPipeReader) {
         SaveFile("/dev/null", "x");
         EXPECT_THROW(SaveFile(folder.File("pipe"), "x"), FileError);
     }));
-    struct stat info {};
-    ASSERT_EQ(::stat("/dev/null", &info), 0);
-    EXPECT_TRUE(S_ISCHR(info.st_mode)) << "/dev/null must never be replaced";
+    EXPECT_TRUE(std::filesystem::is_character_file("/dev/null")) << "it must never be replaced";
 }
 
 TEST(SaveFiles, AFailureWhileWritingAnyLeavesAllAsTheyWere) {
@@ -124,7 +122,6 @@ TEST(TextFileReader, SplitsOnCrLfAndOnALoneCrOrLfUpToItsLimit) {
         {"a\r\n\r\n", {"a", ""}},
         {"a\r\r\nb", {"a", "", "b"}},
         {"a\n\rb", {"a", "", "b"}},
-        {" *x: 1 \r\n", {" *x: 1 "}},
         {"ab\r\ncd\r\n", {"ab", "c"}, 5},
     };
     for (const auto& c : cases)

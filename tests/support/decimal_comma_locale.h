@@ -2,7 +2,6 @@
 
 #include <clocale>
 #include <locale>
-#include <optional>
 #include <string>
 
 namespace varo::testing {
@@ -11,9 +10,7 @@ namespace varo::testing {
 // test ends. active() is false when no such locale is installed; the test then skips.
 class DecimalCommaLocale {
   public:
-    DecimalCommaLocale() : oldGlobal_(std::locale()) {
-        const char* old = std::setlocale(LC_ALL, nullptr);
-        oldC_ = old ? old : "C";
+    DecimalCommaLocale() {
         for (const char* name : {"de_DE.UTF-8", "de_DE.utf8", "fr_FR.UTF-8", "fr_FR.utf8",
                                  "nl_NL.UTF-8", "it_IT.UTF-8", "es_ES.UTF-8"}) {
             if (TrySwitch(name)) return;
@@ -29,12 +26,11 @@ class DecimalCommaLocale {
     bool active() const { return active_; }
 
   private:
+    // A named global locale sets the C locale too.
     bool TrySwitch(const char* name) {
-        if (!std::setlocale(LC_ALL, name)) return false;
         try {
             std::locale::global(std::locale(name));
         } catch (const std::exception&) {
-            std::setlocale(LC_ALL, oldC_.c_str());
             return false;
         }
         active_ = std::localeconv()->decimal_point[0] == ',';
@@ -42,7 +38,7 @@ class DecimalCommaLocale {
     }
 
     std::locale oldGlobal_;
-    std::string oldC_;
+    std::string oldC_ = std::setlocale(LC_ALL, nullptr);
     bool active_ = false;
 };
 

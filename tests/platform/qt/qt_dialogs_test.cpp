@@ -11,6 +11,7 @@
 #include <QMessageBox>
 #include <QTimer>
 #include <functional>
+#include <utility>
 
 #include "support/temp_folder.h"
 
@@ -18,19 +19,15 @@ namespace varo {
 namespace {
 
 TEST(ToQtNameFilters, TurnsBarSeparatedPairsIntoQtFilters) {
-    struct Case {
-        const char* filter;
-        QStringList expected;
-    };
-    const Case cases[] = {
+    const std::pair<const char*, QStringList> cases[] = {
         {"LTspice schematic files (*.ASC) | *.ASC", {"LTspice schematic files (*.ASC)"}},
         {"Overlay (*.S21)|*.S21|All files (*.*)|*.*", {"Overlay (*.S21)", "All files (*.*)"}},
         {"Text files|*.TXT", {"Text files (*.TXT)"}},
         {"|*.CFG", {"*.CFG"}},
         {"", {}},
     };
-    for (const Case& c : cases)
-        EXPECT_EQ(ToQtNameFilters(c.filter), c.expected) << c.filter;
+    for (const auto& [filter, expected] : cases)
+        EXPECT_EQ(ToQtNameFilters(filter), expected) << filter;
 }
 
 // Runs `answer` on the modal dialog that the next exec() opens.

@@ -21,38 +21,43 @@ int InkInColumn(const QImage& image, int x, int top, int bottom) {
     return count;
 }
 
-// The picture scales with the image, and a device pixel ratio doubles its pixels, not its size.
-TEST(RenderSurface, FilledBoxScalesWithTheImage) {
+// One box, 300..600 x 300..450 of 1200 x 900 units: it scales with the image, a device pixel
+// ratio doubles its pixels and not its size, its edges are covered (blended with white) as far as
+// a one-pixel outline would cover them, and a kept aspect centres the picture (1200 x 900 on
+// 200 x 100: x 33..167).
+TEST(RenderSurface, FilledBoxScalesCoversItsEdgesAndKeepsItsAspect) {
+    const QColor colour(0x12, 0x34, 0x56);
+    const auto blended = [&](QColor c) {
+        return c != Qt::white && c.red() >= colour.red() && c.green() >= colour.green() &&
+               c.blue() >= colour.blue();
+    };
     Surface surface(1200, 900);
     surface.FillBox(300, 300, 600, 450, RgbColour(0x12, 0x34, 0x56));
     struct Case {
         QSize size;
         qreal ratio;
-        QPoint inside, leftOf, below;  // in device pixels
+        SurfaceFit fit;
+        QPoint centre;
+        std::vector<QPoint> edges, white;  // in device pixels
     };
-    for (const Case& c : {Case{{120, 90}, 1, {45, 37}, {25, 37}, {45, 50}},
-                          Case{{240, 180}, 1, {90, 75}, {50, 75}, {90, 100}},
-                          Case{{120, 90}, 2, {90, 75}, {50, 75}, {90, 100}}}) {
-        const QImage image = RenderSurface(surface, c.size, c.ratio);
+    const Case cases[] = {
+        {{240, 180}, 1, SurfaceFit::Stretch, {90, 75}, {}, {{50, 75}, {90, 100}}},
+        {{120, 90}, 2, SurfaceFit::Stretch, {90, 75}, {}, {{50, 75}, {90, 100}}},
+        {{80, 60}, 1, SurfaceFit::Stretch, {30, 25}, {{19, 25}, {40, 25}}, {{18, 25}, {41, 25}}},
+        {{200, 100}, 1, SurfaceFit::KeepAspect, {83, 41}, {}, {{60, 41}, {102, 41}}},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.size.width());
+        const QImage image = RenderSurface(surface, c.size, c.ratio, c.fit);
         ASSERT_EQ(image.size(), c.size * c.ratio);
-        EXPECT_EQ(image.pixelColor(c.inside), QColor(0x12, 0x34, 0x56)) << c.size.width();
-        EXPECT_TRUE(IsWhite(image, c.leftOf.x(), c.leftOf.y())) << c.size.width();
-        EXPECT_TRUE(IsWhite(image, c.below.x(), c.below.y())) << c.size.width();
+        EXPECT_EQ(image.pixelColor(c.centre), colour);
+        for (const QPoint& at : c.edges)
+            EXPECT_TRUE(blended(image.pixelColor(at))) << at.x();
+        for (const QPoint& at : c.white)
+            EXPECT_TRUE(IsWhite(image, at.x(), at.y())) << at.x();
     }
-}
-
-TEST(RenderSurface, FillIncludesItsEdges) {
-    Surface surface(1200, 900);
-    surface.FillBox(300, 300, 600, 600, kRed);
-    const QImage image = RenderSurface(surface, {80, 60});  // one pixel per 15 units
-    // The edge pixels at 300 and 600 are covered as far as a one-pixel outline would cover
-    // them; the pixels beyond stay white.
-    for (int x : {19, 40}) {
-        EXPECT_FALSE(IsWhite(image, x, 30)) << x;
-        EXPECT_EQ(image.pixelColor(x, 30).red(), 255) << x;
-    }
-    EXPECT_TRUE(IsWhite(image, 18, 30));
-    EXPECT_TRUE(IsWhite(image, 41, 30));
+    EXPECT_EQ(FittedRect({1200, 900}, QRectF(10, 20, 200, 100), SurfaceFit::KeepAspect),
+              QRectF(10 + 100 - 200.0 / 3, 20, 400.0 / 3, 100));
 }
 
 TEST(RenderSurface, WiderLinesAreThicker) {
@@ -165,25 +170,6 @@ TEST(RenderSurface, AlignedTextLandsInItsMeasuredBox) {
             EXPECT_NEAR(ink.top() + c.anchoredY * ink.height(), 450, kSlack);
         }
     }
-}
-
-// A 4:3 picture on a 2:1 image: stretched over all of it, or 4:3 and centred with white sides.
-TEST(RenderSurface, KeepAspectCentresThePicture) {
-    Surface surface(1200, 900);
-    surface.FillBox(0, 0, 1200, 900, kRed);
-    struct Case {
-        SurfaceFit fit;
-        bool sidesWhite;
-    };
-    for (const Case& c : {Case{SurfaceFit::Stretch, false}, Case{SurfaceFit::KeepAspect, true}}) {
-        const QImage image = RenderSurface(surface, {200, 100}, 1, c.fit);
-        EXPECT_EQ(IsWhite(image, 30, 50), c.sidesWhite);  // the picture spans x 33..167 kept
-        EXPECT_EQ(IsWhite(image, 170, 50), c.sidesWhite);
-        EXPECT_EQ(image.pixelColor(36, 2), QColor(255, 0, 0));
-        EXPECT_EQ(image.pixelColor(164, 97), QColor(255, 0, 0));
-    }
-    EXPECT_EQ(FittedRect({1200, 900}, QRectF(10, 20, 200, 100), SurfaceFit::KeepAspect),
-              QRectF(10 + 100 - 200.0 / 3, 20, 400.0 / 3, 100));
 }
 
 }  // namespace
