@@ -63,7 +63,7 @@ namespace {
 
 // The left column: the parts the nudges change, the buttons, the legend and the cursor readout.
 constexpr float kColumnLeft = 100;
-constexpr float kColumnRight = 1550;
+constexpr float kColumnRight = 1650;  // up to the dB scale's labels
 constexpr float kColumnMiddle = (kColumnLeft + kColumnRight) / 2;
 constexpr float kHalfGap = 25;
 constexpr float kButtonHeight = 350;
@@ -149,7 +149,9 @@ void FrmPlot::BuildControls() {
     bold.setBold(true);
     heading->setFont(bold);
     summary_ = AddLabel("lblSummary", "", LogicalBox(150, 450, 11900, 720));
-    parts_ = AddLabel("lblComponents", "", LogicalBox(kColumnLeft, 1000, kColumnRight, 1450));
+    // The part values are the column's widest texts.
+    parts_ = AddLabel("lblComponents", "", LogicalBox(kColumnLeft, 1000, kColumnRight, 1450),
+                      kSmallCaption);
     parts_->setAccessibleName("L-section parts");
 
     AddButton("cmdCLdown", "CL-1%", LeftHalf(1500), "C3 down", QKeySequence("Ctrl+Down"));
@@ -158,7 +160,7 @@ void FrmPlot::BuildControls() {
     AddButton("cmdLLup", "LL+1%", RightHalf(1900), "L2 up", QKeySequence("Alt+Up"));
     AddButton("cmdSave", "Save", LeftHalf(2400), "Save overlay files", QKeySequence::Save);
     AddButton("cmdGet", "Get", RightHalf(2400), "Get overlay files", QKeySequence("Ctrl+G"));
-    // The export captions are the column's longest: set a little smaller so they fit.
+    // The export captions are long too.
     AddButton("cmdExportPlot", "Export &plot...", FullRow(2900), "Export the plot as PNG or SVG",
               {}, kSmallCaption);
     AddButton("cmdExportCsv", "Export &CSV...", FullRow(3300), "Export the sweep as CSV", {},
