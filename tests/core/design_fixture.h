@@ -6,7 +6,7 @@
 
 #include "core/design_state.h"
 #include "core/network.h"
-#include "support/recording_reporter.h"
+#include "tests/support/recording_reporter.h"  // also reached from bench/
 
 namespace varo::test {
 
