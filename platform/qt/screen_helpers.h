@@ -2,8 +2,10 @@
 
 #include <QAbstractButton>
 #include <QEvent>
+#include <QFont>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QPushButton>
 #include <QRectF>
 #include <QScopedValueRollback>
 #include <QScreen>
@@ -54,14 +56,39 @@ inline void FitToScreen(QWidget& window, QSize preferred) {
     window.resize(preferred.expandedTo(window.minimumSize()));
 }
 
-// A named label on the surface, its text left-aligned and centred vertically.
+// A named label on the surface, its text left-aligned and centred vertically; `family` names
+// its typeface where the desktop's own will not do.
 inline QLabel* PlaceLabel(SurfaceWidget& background, const char* name, const QString& caption,
-                          const QRectF& at, qreal pointSize) {
+                          const QRectF& at, qreal pointSize = 8.25, const char* family = nullptr) {
     auto* label = new QLabel(caption, &background);
     label->setObjectName(name);
+    if (family != nullptr) label->setFont(QFont(family));
     label->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     background.Place(label, at, pointSize);
     return label;
+}
+
+// The screen's bold heading.
+inline QLabel* PlaceHeading(SurfaceWidget& background, const QString& caption, const QRectF& at,
+                            const char* family = nullptr) {
+    constexpr qreal kHeadingPoints = 14;
+    QLabel* heading = PlaceLabel(background, "lblHeading", caption, at, kHeadingPoints, family);
+    QFont bold = heading->font();
+    bold.setBold(true);
+    heading->setFont(bold);
+    return heading;
+}
+
+// A named button on the surface. Enter presses only the button a screen makes its default.
+inline QPushButton* PlaceButton(SurfaceWidget& background, const char* name, const QString& caption,
+                                const QRectF& at, qreal pointSize = 8.25,
+                                const char* family = nullptr) {
+    auto* button = new QPushButton(caption, &background);
+    button->setObjectName(name);
+    button->setAutoDefault(false);
+    if (family != nullptr) button->setFont(QFont(family));
+    background.Place(button, at, pointSize);
+    return button;
 }
 
 // Escape on the screen, or on any control of it that leaves the key alone, presses the

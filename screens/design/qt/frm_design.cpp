@@ -137,12 +137,7 @@ const Surface& FrmDesign::surface() const {
 
 QLabel* FrmDesign::AddLabel(const char* name, const QString& caption, const QRectF& at,
                             qreal pointSize) {
-    auto* label = new QLabel(caption, background_);
-    label->setObjectName(name);
-    label->setFont(QFont("Arial"));
-    label->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-    background_->Place(label, at, pointSize);
-    return label;
+    return PlaceLabel(*background_, name, caption, at, pointSize, "Arial");
 }
 
 QLineEdit* FrmDesign::AddEntry(DesignField field, const QString& spokenName, const QRectF& at) {
@@ -152,14 +147,6 @@ QLineEdit* FrmDesign::AddEntry(DesignField field, const QString& spokenName, con
     background_->Place(entry, at, 8.25);
     entries_[field] = entry;
     return entry;
-}
-
-QPushButton* FrmDesign::AddButton(const char* name, const QString& caption, const QRectF& at) {
-    auto* button = new QPushButton(caption, background_);
-    button->setObjectName(name);
-    button->setAutoDefault(false);
-    background_->Place(button, at, 8.25);
-    return button;
 }
 
 UpDown* FrmDesign::AddUpDown(const char* name, const QString& spokenName, const QRectF& at,
@@ -173,10 +160,7 @@ UpDown* FrmDesign::AddUpDown(const char* name, const QString& spokenName, const 
 }
 
 void FrmDesign::BuildControls() {
-    auto* heading = AddLabel("lblHeading", "VARO Design", QRectF(150, 120, 3350, 420), 14);
-    QFont headingFont = heading->font();
-    headingFont.setBold(true);
-    heading->setFont(headingFont);
+    PlaceHeading(*background_, "VARO Design", QRectF(150, 120, 3350, 420), "Arial");
     BuildEntryColumn();
     BuildGeneratorEntry();
     BuildCommandRow();
@@ -292,8 +276,8 @@ void FrmDesign::BuildEntryColumn() {
 
     const float acceptTop = EntryTop(kIntermediateRow) + kEntryHeight + 300;
     const float acceptBottom = acceptTop + kAcceptHeight;
-    AddButton("cmdDesign", "&Accept",
-              LogicalBox(kColumnLeft, acceptTop, kAdjustRight, acceptBottom))
+    PlaceButton(*background_, "cmdDesign", "&Accept",
+                LogicalBox(kColumnLeft, acceptTop, kAdjustRight, acceptBottom))
         ->setDefault(true);
     phaseLabel_ = AddLabel("lblPhase", "",
                            LogicalBox(kColumnLeft, acceptBottom + 250, kColumnRight,
@@ -303,11 +287,12 @@ void FrmDesign::BuildEntryColumn() {
 
 void FrmDesign::AddAdjustButtons(const char* minusName, const char* plusName,
                                  const QString& quantity, int row) {
-    QPushButton* minus =
-        AddButton(minusName, "-", EntryBox(row, kMinusLeft, kMinusLeft + kAdjustWidth));
+    QPushButton* minus = PlaceButton(*background_, minusName, "-",
+                                     EntryBox(row, kMinusLeft, kMinusLeft + kAdjustWidth));
     minus->setToolTip("1 % down");
     minus->setAccessibleName(quantity + " down 1 %");
-    QPushButton* plus = AddButton(plusName, "+", EntryBox(row, kPlusLeft, kAdjustRight));
+    QPushButton* plus =
+        PlaceButton(*background_, plusName, "+", EntryBox(row, kPlusLeft, kAdjustRight));
     plus->setToolTip("1 % up");
     plus->setAccessibleName(quantity + " up 1 %");
 }
@@ -350,8 +335,8 @@ void FrmDesign::BuildCommandRow() {
     for (const Command& command : commands) {
         const float width =
             (static_cast<float>(std::strlen(command.caption)) + kCommandPadLetters) * perLetter;
-        AddButton(command.name, command.caption,
-                  QRectF(QPointF(left, kCommandTop), QPointF(left + width, kCommandBottom)));
+        PlaceButton(*background_, command.name, command.caption,
+                    QRectF(QPointF(left, kCommandTop), QPointF(left + width, kCommandBottom)));
         left += width + kCommandGap;
     }
 }

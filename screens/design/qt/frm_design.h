@@ -80,7 +80,6 @@ class FrmDesign : public QWidget, public DesignForm, public DesignView {
     QLabel* AddLabel(const char* name, const QString& caption, const QRectF& at,
                      qreal pointSize = 8.25);
     QLineEdit* AddEntry(DesignField field, const QString& spokenName, const QRectF& at);
-    QPushButton* AddButton(const char* name, const QString& caption, const QRectF& at);
     UpDown* AddUpDown(const char* name, const QString& spokenName, const QRectF& at, int minimum,
                       int maximum);
 

@@ -118,20 +118,14 @@ const Surface& FrmPlot::surface() const {
 
 QLabel* FrmPlot::AddLabel(const char* name, const QString& caption, const QRectF& at,
                           qreal pointSize) {
-    auto* label = new QLabel(caption, background_);
-    label->setObjectName(name);
-    label->setFont(QFont("Arial"));
-    background_->Place(label, at, pointSize);
-    return label;
+    return PlaceLabel(*background_, name, caption, at, pointSize, "Arial");
 }
 
 QPushButton* FrmPlot::AddButton(const char* name, const QString& caption, const QRectF& at,
                                 const QString& description, const QKeySequence& shortcut,
                                 qreal pointSize) {
-    auto* button = new QPushButton(caption, background_);
-    button->setObjectName(name);
-    button->setAutoDefault(false);
-    button->setFont(QFont("Microsoft Sans Serif"));
+    QPushButton* button =
+        PlaceButton(*background_, name, caption, at, pointSize, "Microsoft Sans Serif");
     // The caption stays the spoken name; what the button does is its description.
     button->setAccessibleDescription(description);
     button->setToolTip(description);
@@ -139,15 +133,11 @@ QPushButton* FrmPlot::AddButton(const char* name, const QString& caption, const 
         button->setShortcut(shortcut);
         button->setToolTip(description + " (" + shortcut.toString(QKeySequence::NativeText) + ")");
     }
-    background_->Place(button, at, pointSize);
     return button;
 }
 
 void FrmPlot::BuildControls() {
-    auto* heading = AddLabel("lblHeading", "VARO Design", LogicalBox(150, 60, 3500, 420), 14);
-    QFont bold = heading->font();
-    bold.setBold(true);
-    heading->setFont(bold);
+    PlaceHeading(*background_, "VARO Design", LogicalBox(150, 60, 3500, 420), "Arial");
     summary_ = AddLabel("lblSummary", "", LogicalBox(150, 450, 11900, 720));
     // The part values are the column's widest texts.
     parts_ = AddLabel("lblComponents", "", LogicalBox(kColumnLeft, 1000, kColumnRight, 1450),

@@ -98,11 +98,7 @@ QRadioButton* FrmInductor::AddOption(QWidget* frame, const char* name, const QSt
 }
 
 void FrmInductor::BuildControls() {
-    QLabel* heading =
-        AddLabel("lblHeading", "VARO - Inductor Design", LogicalBox(150, 100, 6500, 600), 14);
-    QFont bold = heading->font();
-    bold.setBold(true);
-    heading->setFont(bold);
+    PlaceHeading(*background_, "VARO - Inductor Design", LogicalBox(150, 100, 6500, 600));
     BuildChoices();
     AddLabel("Label1", "Enter two and only two of these; third will be computed",
              LogicalBox(kCaptionLeft, 3050, kNoteRight, 3370));
@@ -172,11 +168,7 @@ void FrmInductor::BuildRows() {
 
 void FrmInductor::BuildButtons() {
     const auto addButton = [this](const char* name, const char* caption, float left) {
-        auto* button = new QPushButton(caption, background_);
-        button->setObjectName(name);
-        button->setAutoDefault(false);
-        background_->Place(button, LogicalBox(left, 8450, left + 2000, 8850), 8.25);
-        return button;
+        return PlaceButton(*background_, name, caption, LogicalBox(left, 8450, left + 2000, 8850));
     };
     addButton("cmdCompute", "Compute", 150);
     addButton("cmdPrint", "Print", 2350);

@@ -74,31 +74,15 @@ const Surface& FrmLoadHelp::surface() const {
 
 // ---- Building the screen ------------------------------------------------------------------
 
-QLabel* FrmLoadHelp::AddLabel(const char* name, const QString& caption, const QRectF& at,
-                              qreal pointSize) {
-    QLabel* label = PlaceLabel(*background_, name, caption, at, pointSize);
-    return label;
-}
-
-QPushButton* FrmLoadHelp::AddButton(const char* name, const QString& caption, const QRectF& at) {
-    auto* button = new QPushButton(caption, background_);
-    button->setObjectName(name);
-    button->setAutoDefault(false);
-    background_->Place(button, at, 8.25);
-    return button;
-}
-
 void FrmLoadHelp::BuildControls() {
-    QLabel* heading = AddLabel("lblHeading", "VARO Load Help", LogicalBox(300, 150, 5500, 650), 14);
-    QFont bold = heading->font();
-    bold.setBold(true);
-    heading->setFont(bold);
+    PlaceHeading(*background_, "VARO Load Help", LogicalBox(300, 150, 5500, 650));
     BuildEntries();
     BuildClassChoice();
-    labels_[LoadHelpField::CurrentLoad] = AddLabel("lblCurrentLoad", "Current plate load is",
-                                                   LogicalBox(kCaptionLeft, 4100, 5500, 4400));
-    labels_[LoadHelpField::NewLoad] =
-        AddLabel("lblLoad", "New load:", LogicalBox(kCaptionLeft, 4450, 5500, 4750));
+    labels_[LoadHelpField::CurrentLoad] =
+        PlaceLabel(*background_, "lblCurrentLoad", "Current plate load is",
+                   LogicalBox(kCaptionLeft, 4100, 5500, 4400));
+    labels_[LoadHelpField::NewLoad] = PlaceLabel(
+        *background_, "lblLoad", "New load:", LogicalBox(kCaptionLeft, 4450, 5500, 4750));
     BuildPanelLabels();
     BuildButtons();
 }
@@ -114,8 +98,8 @@ void FrmLoadHelp::BuildEntries() {
          {Row{"lblVoltage", "Peak plate swing, volts:", LoadHelpField::Voltage, kVoltageTop},
           Row{"lblPower", "RF power, RMS watts:", LoadHelpField::Power, kPowerTop}}) {
         QLabel* caption =
-            AddLabel(row.label, row.caption,
-                     LogicalBox(kCaptionLeft, row.top, kCaptionRight, row.top + kRowHeight));
+            PlaceLabel(*background_, row.label, row.caption,
+                       LogicalBox(kCaptionLeft, row.top, kCaptionRight, row.top + kRowHeight));
         auto* entry = new QLineEdit(background_);
         entry->setObjectName(FromText(ControlName(row.field)));
         // A screen reader names the entry by its caption.
@@ -141,8 +125,8 @@ void FrmLoadHelp::BuildClassChoice() {
 }
 
 void FrmLoadHelp::BuildPanelLabels() {
-    AddLabel("lblPlotTitle", "Instantaneous plate voltage", kPlotTitleBox,
-             kPlotTitlePointsPerTwip * kLoadHelpWidth)
+    PlaceLabel(*background_, "lblPlotTitle", "Instantaneous plate voltage", kPlotTitleBox,
+               kPlotTitlePointsPerTwip * kLoadHelpWidth)
         ->setAlignment(Qt::AlignCenter);
     struct Level {
         const char* name;
@@ -152,18 +136,20 @@ void FrmLoadHelp::BuildPanelLabels() {
     for (const Level& level : {Level{"lblTwiceSupply", "Twice supply voltage", kTwiceSupplyY},
                                Level{"lblSupply", "Supply voltage", kSupplyY},
                                Level{"lblZero", "Zero voltage", kZeroVoltY}}) {
-        AddLabel(level.name, level.caption,
-                 LogicalBox(kLevelLabelLeft, level.y - kLevelLabelHalfHeight, kLevelLabelRight,
-                            level.y + kLevelLabelHalfHeight))
+        PlaceLabel(*background_, level.name, level.caption,
+                   LogicalBox(kLevelLabelLeft, level.y - kLevelLabelHalfHeight, kLevelLabelRight,
+                              level.y + kLevelLabelHalfHeight))
             ->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     }
     // Beside the lower arrow, below the panel.
-    AddLabel("lblPeakSwing", "Peak plate swing", LogicalBox(9900, 4050, 11650, 4350));
+    PlaceLabel(*background_, "lblPeakSwing", "Peak plate swing",
+               LogicalBox(9900, 4050, 11650, 4350));
 }
 
 void FrmLoadHelp::BuildButtons() {
-    AddButton("cmdAccept", "Accept and return", LogicalBox(kCaptionLeft, 4950, 2900, 5400));
-    AddButton("cmdExit", "Return", LogicalBox(3100, 4950, kEntryRight, 5400));
+    PlaceButton(*background_, "cmdAccept", "Accept and return",
+                LogicalBox(kCaptionLeft, 4950, 2900, 5400));
+    PlaceButton(*background_, "cmdExit", "Return", LogicalBox(3100, 4950, kEntryRight, 5400));
     QWidget* previous = entries_.at(LoadHelpField::Voltage);
     for (QWidget* next : std::initializer_list<QWidget*>{
              entries_.at(LoadHelpField::Power), classOptions_[0], classOptions_[1],

@@ -51,9 +51,6 @@ class FrmLoadHelp : public QWidget, public LoadHelpForm {
     void BuildPanelLabels();
     void BuildButtons();
     void Connect();
-    QLabel* AddLabel(const char* name, const QString& caption, const QRectF& at,
-                     qreal pointSize = 8.25);
-    QPushButton* AddButton(const char* name, const QString& caption, const QRectF& at);
 
     DesignState& state_;
     Dialogs& dialogs_;
