@@ -72,8 +72,7 @@ FrmOpening::FrmOpening(DesignState& state, const std::string& sessionFilePath, Q
     : SurfaceWidget(kOpeningWidth, kOpeningHeight, parent), state_(state) {
     InitialiseConstants(state_);
     setObjectName(QStringLiteral("frmOpening"));
-    setWindowTitle(QStringLiteral("VARO - Version ") + FromText(versionText) +
-                   QStringLiteral(" - Welcome !"));
+    setWindowTitle(FromText(ScreenCaption("Welcome !")));
     setAccessibleDescription(QStringLiteral("Picture of a pi-L transmitter output network"));
     SizeWindow();
     PlaceControls(ScreenSizeInTwips(screen()));

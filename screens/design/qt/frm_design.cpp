@@ -113,9 +113,7 @@ FrmDesign::FrmDesign(DesignState& state, Dialogs& dialogs, DesignSession& sessio
       session_(session),
       reporter_(dialogs, *this) {
     setObjectName("frmDesign");
-    setWindowTitle(QStringLiteral("VARO - Version ") +
-                   QString::fromUtf8(versionText.data(), versionText.size()) +
-                   QStringLiteral(" - Design screen"));
+    setWindowTitle(FromText(ScreenCaption("Design screen")));
     background_ = new SurfaceWidget(kDesignScreenWidth, kDesignScreenHeight, this);
     background_->SetFit(SurfaceFit::KeepAspect);
     auto* layout = new QVBoxLayout(this);

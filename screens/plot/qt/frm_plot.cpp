@@ -93,9 +93,7 @@ FrmPlot::FrmPlot(DesignState& state, Dialogs& dialogs, std::function<void()> ret
       reporter_(dialogs),
       returnToDesign_(std::move(returnToDesign)) {
     setObjectName("frmPlot");
-    setWindowTitle(QStringLiteral("VARO - Version ") +
-                   QString::fromUtf8(versionText.data(), versionText.size()) +
-                   QStringLiteral(" - Large Plot screen"));
+    setWindowTitle(FromText(ScreenCaption("Large Plot screen")));
     background_ = new SurfaceWidget(kLargePlotScreenWidth, kLargePlotScreenHeight, this);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);

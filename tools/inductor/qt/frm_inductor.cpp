@@ -58,10 +58,9 @@ FrmInductor::FrmInductor(const DesignState& state, CoilState& coil, Dialogs& dia
       coil_(coil),
       dialogs_(dialogs),
       returnToDesign_(std::move(returnToDesign)) {
-    background_ = MountScreen(*this, "frmInductor",
-                              QStringLiteral("VARO - Version ") + FromText(versionText) +
-                                  QStringLiteral(" - Inductor Design screen"),
-                              kInductorScreenWidth, kInductorScreenHeight);
+    background_ =
+        MountScreen(*this, "frmInductor", FromText(ScreenCaption("Inductor Design screen")),
+                    kInductorScreenWidth, kInductorScreenHeight);
     BuildControls();
     Connect();
     setMinimumSize(600, 450);

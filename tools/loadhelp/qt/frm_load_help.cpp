@@ -53,9 +53,7 @@ FrmLoadHelp::FrmLoadHelp(DesignState& state, Dialogs& dialogs, std::function<voi
       state_(state),
       dialogs_(dialogs),
       returnToDesign_(std::move(returnToDesign)) {
-    background_ = MountScreen(*this, "frmLoadHelp",
-                              QStringLiteral("VARO - Version ") + FromText(versionText) +
-                                  QStringLiteral(" - Load Help screen"),
+    background_ = MountScreen(*this, "frmLoadHelp", FromText(ScreenCaption("Load Help screen")),
                               kLoadHelpWidth, kLoadHelpHeight);
     BuildControls();
     Connect();
