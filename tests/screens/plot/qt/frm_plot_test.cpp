@@ -58,6 +58,7 @@ class FrmPlotTest : public ::testing::Test {
 };
 
 TEST_F(FrmPlotTest, OpensWithTheSummaryLine) {
+    EXPECT_EQ(form->windowTitle(), "VARO - Version 2.17 - Large Plot screen");
     EXPECT_EQ(Caption("lblSummary"),
               "    Frequency:  3.9M        Input termination: 1.5k ohms       Midpoint: 300 ohms"
               "       Output termination: 50 ohms       PI-net Q: 12 ");

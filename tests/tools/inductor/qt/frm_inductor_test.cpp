@@ -51,6 +51,7 @@ TEST_F(FrmInductorTest, OpensInTheKeptUnitWithNothingToPrint) {
     for (const std::int16_t unit : {kInches, kCentimetres}) {
         coil.unitSystem = unit;
         const FrmInductor& form = Open();
+        EXPECT_EQ(form.windowTitle(), "VARO - Version 2.17 - Inductor Design screen");
         const std::string u = unit == kInches ? "in" : "cm";
         const std::pair<const char*, std::string> captions[] = {
             {"lblFormDiameter", "Median diameter (" + u + "): "},

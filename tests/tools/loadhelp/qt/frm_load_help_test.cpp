@@ -113,6 +113,8 @@ TEST(LoadHelpNavigation, AcceptAndReturnReachTheDesign) {
         Click(*designScreen, "cmdLoadHelp");
         QWidget& helper = *navigator.currentScreen();
         ASSERT_EQ(helper.objectName(), "frmLoadHelp");
+        EXPECT_EQ(designScreen->windowTitle(), "VARO - Version 2.17 - Design screen");
+        EXPECT_EQ(helper.windowTitle(), "VARO - Version 2.17 - Load Help screen");
         Type(helper, "txtVoltage", "2500");
         Type(helper, "txtPower", "1000");
         Click(helper, "Option2");
