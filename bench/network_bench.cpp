@@ -5,7 +5,7 @@
 
 #include "core/design_state.h"
 #include "core/network.h"
-#include "screens/design/design_results.h"
+#include "model/design_results.h"
 
 namespace {
 

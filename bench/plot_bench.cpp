@@ -8,8 +8,8 @@
 #include "core/network.h"
 #include "core/numtext.h"
 #include "platform/qt/replay.h"
-#include "screens/plot/large_plot.h"
-#include "screens/plot/screen/large_plot_screen.h"
+#include "model/pictures/large_plot.h"
+#include "screens/plot/large_plot_screen.h"
 #include "session/last_session.h"
 
 namespace varo {

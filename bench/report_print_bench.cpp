@@ -4,7 +4,7 @@
 #include <filesystem>
 #include <memory>
 
-#include "export/report/report_pages.h"
+#include "model/pictures/report_pages.h"
 #include "platform/qt/qt_print.h"
 #include "session/last_session.h"
 

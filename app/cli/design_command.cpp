@@ -6,10 +6,10 @@
 #include "app/cli/design_files.h"
 #include "app/cli/design_report.h"
 #include "core/numtext.h"
-#include "export/report/printing.h"
+#include "model/pictures/report_pages.h"
 #include "screens/design/design_actions.h"
-#include "screens/design/design_inputs.h"
-#include "screens/design/design_reporter.h"
+#include "model/design_inputs.h"
+#include "model/design_reporter.h"
 #include "screens/plot/overlay_files.h"
 #include "session/last_session.h"
 

@@ -4,7 +4,7 @@
 #include "core/numtext.h"
 #include "export/spice_netlist.h"
 #include "export/touchstone.h"
-#include "screens/design/design_inputs.h"
+#include "model/design_inputs.h"
 
 namespace varo::cli {
 

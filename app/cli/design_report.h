@@ -6,7 +6,7 @@
 
 #include "core/design_state.h"
 #include "core/tank_losses.h"
-#include "screens/design/design_results.h"
+#include "model/design_results.h"
 
 namespace varo::cli {
 

@@ -3,7 +3,7 @@
 #include "export/ltspice.h"
 #include "export/quarn.h"
 #include "export/spice_netlist.h"
-#include "screens/design/design_inputs.h"
+#include "model/design_inputs.h"
 #include "session/last_session.h"
 
 namespace varo {

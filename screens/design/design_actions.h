@@ -6,7 +6,7 @@
 #include "core/design_state.h"
 #include "core/reporter.h"
 #include "platform/dialogs.h"
-#include "screens/design/design_form.h"
+#include "model/design_form.h"
 
 namespace varo {
 

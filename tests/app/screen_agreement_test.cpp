@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "app/cli/cli.h"
-#include "screens/design/design_results.h"
+#include "model/design_results.h"
 #include "screens/design/qt/frm_design.h"
 #include "session/last_session.h"
 

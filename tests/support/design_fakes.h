@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "platform/field_form.h"
-#include "screens/design/design_form.h"
-#include "screens/design/design_results.h"
+#include "model/design_form.h"
+#include "model/design_results.h"
 
 namespace varo::test {
 

@@ -5,7 +5,7 @@
 #include <string>
 
 #include "core/numtext.h"
-#include "screens/design/schematic.h"
+#include "model/pictures/schematic.h"
 
 namespace varo {
 

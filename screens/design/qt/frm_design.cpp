@@ -16,11 +16,11 @@
 #include <cstring>
 
 #include "core/numtext.h"
-#include "export/report/printing.h"
+#include "model/pictures/report_pages.h"
 #include "platform/qt/screen_helpers.h"
 #include "platform/qt/surface_widget.h"
-#include "screens/design/design_inputs.h"
-#include "screens/design/design_screen.h"
+#include "model/design_inputs.h"
+#include "model/pictures/design_picture.h"
 #include "screens/design/qt/up_down.h"
 #include "session/program_text.h"
 

@@ -12,9 +12,9 @@
 #include "platform/dialogs.h"
 #include "platform/surface.h"
 #include "screens/design/design_actions.h"
-#include "screens/design/design_form.h"
-#include "screens/design/design_reporter.h"
-#include "screens/design/design_results.h"
+#include "model/design_form.h"
+#include "model/design_reporter.h"
+#include "model/design_results.h"
 
 class QLabel;
 class QLineEdit;

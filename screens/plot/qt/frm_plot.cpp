@@ -14,7 +14,7 @@
 #include "platform/qt/screen_helpers.h"
 #include "platform/qt/surface_widget.h"
 #include "platform/system.h"
-#include "screens/plot/large_plot.h"
+#include "model/pictures/large_plot.h"
 #include "screens/plot/qt/plot_exports.h"
 #include "session/program_text.h"
 

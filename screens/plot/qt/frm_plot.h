@@ -6,7 +6,7 @@
 #include "core/design_state.h"
 #include "platform/dialogs.h"
 #include "screens/plot/overlay_files.h"
-#include "screens/plot/screen/large_plot_screen.h"
+#include "screens/plot/large_plot_screen.h"
 
 class QLabel;
 class QPushButton;

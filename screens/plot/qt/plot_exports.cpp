@@ -9,7 +9,7 @@
 #include "export/reported_write.h"
 #include "platform/qt/replay.h"
 #include "platform/save_file.h"
-#include "screens/plot/response_plot.h"
+#include "model/pictures/response_plot.h"
 
 namespace varo {
 

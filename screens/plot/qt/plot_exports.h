@@ -6,7 +6,7 @@
 
 #include "platform/dialogs.h"
 #include "platform/surface.h"
-#include "screens/plot/screen/large_plot_screen.h"
+#include "screens/plot/large_plot_screen.h"
 
 namespace varo {
 

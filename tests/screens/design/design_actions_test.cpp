@@ -7,7 +7,7 @@
 #include <filesystem>
 #include <string>
 
-#include "screens/design/design_reporter.h"
+#include "model/design_reporter.h"
 #include "support/design_fakes.h"
 #include "support/temp_folder.h"
 

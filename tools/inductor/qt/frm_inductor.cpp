@@ -7,7 +7,7 @@
 #include <QRadioButton>
 #include <utility>
 
-#include "export/report/printing.h"
+#include "tools/inductor/winding_page.h"
 #include "platform/qt/replay.h"
 #include "platform/qt/surface_widget.h"
 #include "session/program_text.h"

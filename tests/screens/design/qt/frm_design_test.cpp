@@ -24,7 +24,7 @@
 #include "core/fault.h"
 #include "core/numtext.h"
 #include "platform/qt/replay.h"
-#include "screens/design/design_screen.h"
+#include "model/pictures/design_picture.h"
 #include "screens/design/qt/up_down.h"
 #include "session/last_session.h"
 

@@ -12,7 +12,7 @@
 
 #include "core/design_fixture.h"
 #include "core/numtext.h"
-#include "screens/plot/response_plot.h"
+#include "model/pictures/response_plot.h"
 #include "support/decimal_comma_locale.h"
 #include "support/temp_folder.h"
 

@@ -1,0 +1,127 @@
+#include "model/design_results.h"
+
+#include <algorithm>
+#include <string>
+
+#include "core/fault.h"
+#include "core/numtext.h"
+
+namespace varo {
+
+namespace {
+
+constexpr int kHarmonicCount = 5;
+
+// For the work done on screen load beyond the original's: it never adds a message.
+class SilentReporter final : public Reporter {
+  public:
+    void ShowMessage(std::string_view, std::string_view, MessageIcon) override {}
+};
+
+void Quietly(const std::function<void()>& step) {
+    try {
+        step();
+    } catch (const ArithmeticFault&) {
+        // Left out of the first view; the next recalculation reports it.
+    }
+}
+
+SectionPhases PhasesOf(const DesignState& state) {
+    return {state.piPhase, state.lPhase};
+}
+
+}  // namespace
+
+ComponentValues ComponentValues::Of(const DesignState& s) {
+    return {s.C1, s.L1, s.C2, s.L2, s.C3, s.xC1, s.xL1, s.xC2, s.xL2, s.xC3};
+}
+
+bool RunGuarded(Reporter& reporter, const std::function<void()>& step) {
+    try {
+        step();
+        return true;
+    } catch (const ArithmeticFault& fault) {
+        reporter.ShowMessage(std::string("The network could not be analysed: ") + fault.what() +
+                             ". Please check the entries.");
+        return false;
+    }
+}
+
+bool RecomputeNetwork(DesignState& state, Reporter& reporter) {
+    bool calculated = true;
+    const bool ranThrough = RunGuarded(reporter, [&] {
+        calculated = ComponentCalculations(state, reporter);
+        SetupLadder(state);
+    });
+    return calculated && ranThrough;
+}
+
+std::vector<HarmonicRow> AnalyzeHarmonics(DesignState& state, Reporter& reporter) {
+    RecomputeNetwork(state, reporter);
+    return AnalyzeHarmonicsAsLaidOut(state);
+}
+
+std::vector<HarmonicRow> AnalyzeHarmonicsAsLaidOut(DesignState& state) {
+    std::vector<HarmonicRow> rows;
+    LadderResult result;
+    Quietly([&] {
+        for (int harmonic = 1; harmonic <= kHarmonicCount; ++harmonic) {
+            state.analysisFrequency = StoreSingle(harmonic * static_cast<double>(state.frequency));
+            AnalyzeLadder(state, 0, 0, state.analysisFrequency, result);
+            rows.push_back({harmonic, state.analysisFrequency, result});
+        }
+    });
+    return rows;
+}
+
+std::vector<float> BuildGridFrequencies(DesignState& state) {
+    try {
+        BuildLogGrid(state);
+    } catch (const ArithmeticFault&) {
+        // A grid too dense to list: the plot goes on without frequency lines.
+        return {};
+    }
+    const int last = std::min<int>(state.gridLastIndex, kGridEntries - 1);
+    return {state.gridFrequencies.begin(), state.gridFrequencies.begin() + (last + 1)};
+}
+
+bool CalculateDesign(DesignState& state, Reporter& reporter, DesignResults& results) {
+    bool succeeded = RecomputeNetwork(state, reporter);
+    bool swept = true;
+    succeeded &= RunGuarded(reporter, [&] {
+        swept = SweepRoutine(state, reporter);
+        ComputeSectionPhases(state);
+        results.phases = PhasesOf(state);
+    });
+    succeeded &= RunGuarded(reporter, [&] { results.stresses = ShowStresses(state, reporter); });
+    results.gridFrequencies = BuildGridFrequencies(state);
+    results.harmonics = AnalyzeHarmonics(state, reporter);
+    results.components = ComponentValues::Of(state);
+    return succeeded && swept;
+}
+
+std::optional<TankLosses> TankLossesOf(const DesignState& state, TankQ q) {
+    try {
+        return AnalyzeTankLosses(state, q);
+    } catch (const ArithmeticFault&) {
+        return std::nullopt;
+    }
+}
+
+DesignResults LoadDesignResults(DesignState& state, Reporter& reporter) {
+    DesignResults results;
+    AnalyzeHarmonics(state, reporter);
+    SilentReporter silent;
+    Quietly([&] {
+        SweepRoutine(state, silent);
+        ComputeSectionPhases(state);
+        results.phases = PhasesOf(state);
+    });
+    Quietly([&] { results.stresses = ShowStresses(state, silent); });
+    results.gridFrequencies = BuildGridFrequencies(state);
+    results.harmonics = AnalyzeHarmonics(state, reporter);
+    results.components = ComponentValues::Of(state);
+    return results;
+}
+
+}  // namespace varo

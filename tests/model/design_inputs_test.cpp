@@ -1,0 +1,209 @@
+#include "model/design_inputs.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "core/design_fixture.h"
+#include "core/numtext.h"
+#include "model/design_reporter.h"
+#include "support/design_fakes.h"
+
+namespace varo {
+namespace {
+
+using F = DesignField;
+using Texts = std::map<DesignField, std::string>;
+using Messages = std::vector<std::string>;
+
+const std::string kLoadMin =
+    "Minimum output load has been changed to minimum-allowed value of .1 ohms";
+const std::string kUpward =
+    "Minimum allowed intermediate resistance has been changed upward to be the same as the load";
+const std::string kDownward =
+    "The intermediate resistance has been changed downward to be the same as the input";
+const std::string kPlateMin =
+    "The minimum input termination is .1 ohm and has been changed to that value";
+const std::string kFrequencyMin =
+    "The minimum operating frequency is 10k Hz and has been changed to that value";
+const std::string kFromZero = "The intermediate resistance has been changed from zero to0.1ohms";
+const std::string kQMin =
+    "The minimum PI-net Q value to be entered is 1.001 and has been changed to that value";
+
+// A start-up design typed into the screen, the previous design's plate load 1500 ohms.
+class DesignInputsTest : public ::testing::Test {
+  protected:
+    DesignInputsTest() : reporter(dialogs, form) { Start(1500); }
+
+    void Start(float previousPlate) {
+        state = DesignState{};
+        state.plateR = previousPlate;
+        state.genMultiplier = 1;
+        dialogs.clear();
+        Type({{F::Frequency, "3.9M"},
+              {F::Plate, "1500"},
+              {F::Intermediate, "300"},
+              {F::NominalLoad, "50"},
+              {F::Q, "12"}});
+    }
+
+    void Type(const Texts& texts) {
+        for (const auto& [field, text] : texts)
+            form.TextFields<DesignForm>::SetText(field, text);
+    }
+
+    DesignState state;
+    test::RecordingDesignForm form;
+    ScriptedDialogs dialogs;
+    DesignReporter reporter;
+    test::KeptResults view;
+};
+
+struct ValidationCase {
+    const char* name;
+    float previousPlate;
+    Texts typed;
+    Messages messages;
+    Texts shown;                  // fields after validation (only those listed are checked)
+    std::array<float, 5> inputs;  // loadR, intermediateR, plateR, frequency, piQ
+};
+
+// Each limit in the order the entries are checked, and the fields rewritten as read.
+TEST_F(DesignInputsTest, ValidationClampsInOrderAndRewritesFields) {
+    // clang-format off
+    const ValidationCase cases[] = {
+        {"valid entries are only reformatted", 1500, {{F::Q, " 12.5 "}}, {},
+         {{F::Frequency, " 3.9M "}, {F::Plate, "1.5k"}, {F::Intermediate, "300 "},
+          {F::NominalLoad, "50 "}, {F::Q, " 12.5 "}},
+         {50, 300, 1500, 3.9e6f, 12.5f}},
+        {"intermediate below the load", 1500, {{F::Intermediate, "40"}}, {kUpward},
+         {{F::Intermediate, " 50"}}, {50, 50, 1500, 3.9e6f, 12}},
+        // The plate entry is read after this check: the previous plate load limits it.
+        {"intermediate above the previous plate", 2500,
+         {{F::Intermediate, "3000"}, {F::Plate, "3000"}}, {kDownward},
+         {{F::Intermediate, " 2500"}, {F::Plate, "3k"}}, {50, 2500, 3000, 3.9e6f, 12}},
+        {"everything blank", 1500,
+         {{F::Frequency, ""}, {F::Plate, ""}, {F::Intermediate, ""}, {F::NominalLoad, ""},
+          {F::Q, ""}},
+         {kLoadMin, kFromZero, kPlateMin, kFrequencyMin, kQMin},
+         {{F::Frequency, "10k"}, {F::Plate, ".1"}, {F::Intermediate, " .1"},
+          {F::NominalLoad, ".1"}, {F::Q, "1.001"}},
+         {0.1f, 0.1f, 0.1f, 10000, 1.001f}},
+    };
+    // clang-format on
+    for (const ValidationCase& c : cases) {
+        Start(c.previousPlate);
+        Type(c.typed);
+        ValidateInputs(state, form, dialogs);
+        EXPECT_EQ(dialogs.messages(), c.messages) << c.name;
+        for (const auto& [field, text] : c.shown)
+            EXPECT_EQ(form.Text(field), text) << c.name << ": " << ControlName(field);
+        const std::array<float, 5> inputs{state.loadR, state.intermediateR, state.plateR,
+                                          state.frequency, state.piQ};
+        EXPECT_EQ(inputs, c.inputs) << c.name;
+    }
+}
+
+// Every action shows exactly one results value, computed from the recalculated design.
+TEST_F(DesignInputsTest, RecalculationShowsOneCompleteResult) {
+    state.rfPower = 1000;
+    state.peakSwing = 2500;
+    EXPECT_TRUE(RecalculateDesign(state, form, dialogs, reporter, view));
+    EXPECT_TRUE(dialogs.events().empty());
+    ASSERT_EQ(view.shown.size(), 1u);
+    const DesignResults& results = view.shown[0];
+    EXPECT_EQ(results.components, ComponentValues::Of(state));
+    ASSERT_TRUE(results.phases.has_value());
+    EXPECT_EQ(results.harmonics.size(), 5u);
+    EXPECT_FALSE(results.stresses.texts.empty());
+    EXPECT_FALSE(results.gridFrequencies.empty());
+    // The harmonic table's SetupLadder leaves the whole network for the next consumer.
+    EXPECT_EQ(state.elementCount, 4);
+}
+
+TEST_F(DesignInputsTest, RaisedQFromTheEngineReachesTheQEntry) {
+    Type({{F::Q, "1.5"}});  // too low to match 1500 ohms to 300 ohms
+    EXPECT_FALSE(RecalculateDesign(state, form, dialogs, reporter, view));
+    EXPECT_EQ(dialogs.messages().size(), 1u);
+    EXPECT_EQ(state.piQ, 3.0f);
+    EXPECT_EQ(form.Text(F::Q), " 3");
+}
+
+// Opening the screen does not validate: a session file holding a load of 0 gets its load
+// message only on Accept. The component calculation reports each time it runs: for the
+// harmonic table drawn first and for the one that ends the small plot.
+TEST_F(DesignInputsTest, LoadShowsTheDesignWithoutValidating) {
+    const struct {
+        float loadR;
+        std::size_t componentErrors;
+        std::size_t harmonics;  // a zero load cannot be analysed
+    } cases[] = {{0, 2, 0}, {50, 0, 5}};
+    for (const auto& c : cases) {
+        const auto opened = test::MakeDesign({3.9e6f, 1500, 300, c.loadR, 12});
+        dialogs.clear();
+        view.shown.clear();
+        LoadDesignScreen(*opened, form, reporter, view);
+        EXPECT_EQ(dialogs.messages().size(), c.componentErrors) << c.loadR;
+        for (const std::string& message : dialogs.messages())
+            EXPECT_EQ(message.rfind("We have a ComponentCalculations error.", 0), 0u);
+        EXPECT_EQ(form.Text(F::NominalLoad), FormatNumber(c.loadR));
+        EXPECT_EQ(form.Text(F::GeneratorOhms), "1.5k");
+        EXPECT_EQ(opened->loadR, c.loadR);
+        ASSERT_EQ(view.shown.size(), 1u);
+        EXPECT_EQ(view.shown[0].harmonics.size(), c.harmonics);
+    }
+    // The first view of a good design is complete, curves included.
+    EXPECT_TRUE(view.shown[0].phases.has_value());
+}
+
+// 1.005 / 1.01 is below the floor: the floor, without a message.
+TEST_F(DesignInputsTest, QMinusStopsAtTheFloor) {
+    state.plateR = 100;
+    Type({{F::Plate, "100"}, {F::Intermediate, "99"}, {F::Q, "1.005"}});
+    AdjustDesign(state, form, dialogs, reporter, view, Adjustment::QMinus);
+    EXPECT_TRUE(dialogs.messages().empty());
+    EXPECT_EQ(form.Text(F::Q), "1.001 ");
+    EXPECT_EQ(state.piQ, 1.001f);
+    EXPECT_EQ(view.shown.size(), 1u);
+}
+
+// The second validation lifts a step below the load straight back, and says so.
+TEST_F(DesignInputsTest, IntermediateMinusCannotPassTheLoad) {
+    Type({{F::Intermediate, "50"}});
+    AdjustDesign(state, form, dialogs, reporter, view, Adjustment::IntermediateMinus);
+    EXPECT_EQ(dialogs.messages(), Messages{kUpward});
+    EXPECT_EQ(form.Text(F::Intermediate), " 50");
+    EXPECT_EQ(state.intermediateR, 50.0f);
+    EXPECT_EQ(view.shown.size(), 1u);
+}
+
+TEST_F(DesignInputsTest, GeneratorResistanceOfAtLeastOneMilliohmRecalculates) {
+    Type({{F::GeneratorOhms, "0.0005"}});
+    EXPECT_FALSE(OnGeneratorResistanceChanged(state, form, dialogs, reporter, view));
+    EXPECT_EQ(state.genMultiplier, 1.0f);
+    EXPECT_TRUE(view.shown.empty());
+
+    Type({{F::GeneratorOhms, "1m"}});
+    EXPECT_TRUE(OnGeneratorResistanceChanged(state, form, dialogs, reporter, view));
+    EXPECT_EQ(state.genMultiplier, static_cast<float>(0.001f / 1500.0));
+    EXPECT_EQ(view.shown.size(), 1u);
+}
+
+TEST_F(DesignInputsTest, GeneratorSpinSetsEntryMultiplierAndResistance) {
+    EXPECT_TRUE(OnGeneratorSpinChanged(state, form, dialogs, reporter, view, 20));
+    EXPECT_EQ(form.Text(F::GeneratorSpinEntry), "2");
+    EXPECT_EQ(state.genMultiplier, 0.1f);
+    EXPECT_EQ(form.Text(F::GeneratorOhms), "150 ");
+}
+
+TEST_F(DesignInputsTest, AcceptShowsTheGeneratorResistanceLast) {
+    state.genMultiplier = 2;
+    EXPECT_TRUE(AcceptDesign(state, form, dialogs, reporter, view));
+    EXPECT_EQ(form.log.back(), "txtRinputMult=3k");
+}
+
+}  // namespace
+}  // namespace varo

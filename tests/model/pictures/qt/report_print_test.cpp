@@ -1,0 +1,104 @@
+#include <gtest/gtest.h>
+
+#include <QColor>
+#include <QImage>
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <memory>
+#include <string>
+#include <utility>
+
+#include "core/design_fixture.h"
+#include "core/numtext.h"
+#include "model/pictures/page_parts.h"
+#include "model/pictures/report_pages.h"
+#include "support/pdf_reading.h"
+#include "platform/qt/qt_print.h"
+#include "support/recording_reporter.h"
+#include "support/temp_folder.h"
+
+namespace varo {
+namespace {
+
+using test::PagesAndText;
+using test::PdfDialogs;
+using test::RecordingReporter;
+using testing::TempFolder;
+
+class ReportTest : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        test::SetDesign(*state, test::kReferenceDesign);
+        state->peakSwing = 2500;
+        state->rfPower = 1000;
+        RecordingReporter reporter;
+        ASSERT_TRUE(CalculateDesign(*state, reporter, results));
+    }
+    std::unique_ptr<DesignState> state = std::make_unique<DesignState>();
+    DesignResults results;
+    TempFolder folder;
+};
+
+TEST_F(ReportTest, DesignReportPdfHoldsValuesStressesAndFooterOnOnePage) {
+    PdfDialogs dialogs;
+    dialogs.pdfPath = folder.File("report.pdf");
+    ASSERT_TRUE(PrintDesignReport(*state, results, dialogs));
+    EXPECT_TRUE(dialogs.messages().empty());
+    const auto [pages, text] = PagesAndText(*dialogs.pdfPath);
+    EXPECT_EQ(pages, "1\n");
+    std::vector<std::string> wanted{kPrintFooter, "227.626pF", "10.3456uH",  "494.23pF",
+                                    "4.56258uH",  "304.172pF", "Page 1 of 1"};
+    for (const StressText& stress : results.stresses.texts)
+        if (stress.part != StressPart::Note) wanted.push_back(stress.text);
+    for (const std::string& part : wanted)
+        EXPECT_NE(text.find(part), std::string::npos) << part << " not in " << text;
+}
+
+TEST_F(ReportTest, ReportShowsTheValuesTheDesignHoldsAfterANudge) {
+    state->C3 *= 1.1f;
+    const PrintDocument document = DesignReportDocument(*state, results, "1/2/2026");
+    const auto& texts = document.pages.at(0).placements.at(0).drawing.ops();
+    const auto shows = [&](const std::string& text) {
+        return std::any_of(texts.begin(), texts.end(),
+                           [&](const DrawOp& op) { return op.text == text; });
+    };
+    EXPECT_TRUE(shows(FormatFarad(state->C3)));
+    EXPECT_FALSE(shows(FormatFarad(results.components.C3)));
+}
+
+TEST_F(ReportTest, SchematicAndPlotAreasAreDrawn) {
+    const PrintPage page = DesignReportDocument(*state, results, "").pages.at(0);
+    constexpr int kWidth = 1020;
+    const QImage image = RenderPage(page, QSize(kWidth, 1410));
+    const float scale = kWidth / kPrintPageWidth;
+    for (std::size_t i = 1; i < page.placements.size(); ++i) {
+        const LogicalRect& box = page.placements[i].target;
+        int inked = 0;
+        for (int y = int(box.top * scale); y < int((box.top + box.height) * scale); ++y)
+            for (int x = int(box.left * scale); x < int((box.left + box.width) * scale); ++x)
+                inked += image.pixelColor(x, y) != QColor(Qt::white);
+        EXPECT_GT(inked, 2000) << "drawing " << i;
+    }
+}
+
+TEST_F(ReportTest, FailedPrintSaysPrinterErrorAndCancelSaysNothing) {
+    struct Case {
+        std::optional<std::string> path;
+        std::vector<std::string> titles;
+    };
+    // A path that cannot be written at all fails the command line's PDF test.
+    const Case cases[] = {{folder.str(), {"Printer Error"}}, {std::nullopt, {}}};
+    for (const Case& c : cases) {
+        PdfDialogs dialogs;
+        dialogs.pdfPath = c.path;
+        EXPECT_FALSE(PrintDesignReport(*state, results, dialogs));
+        std::vector<std::string> titles;
+        for (const auto& event : dialogs.events())
+            if (event.kind == ScriptedDialogs::Event::Kind::Message) titles.push_back(event.title);
+        EXPECT_EQ(titles, c.titles) << c.path.value_or("cancelled");
+    }
+}
+
+}  // namespace
+}  // namespace varo

@@ -1,0 +1,232 @@
+#include "model/pictures/schematic.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <string>
+#include <vector>
+
+#include "core/numtext.h"
+
+namespace varo {
+namespace {
+
+using Kind = DrawOp::Kind;
+
+DrawOp LineOp(float x1, float y1, float x2, float y2) {
+    return DrawOp{.kind = Kind::Line, .x1 = x1, .y1 = y1, .x2 = x2, .y2 = y2};
+}
+
+DrawOp BoxOp(Kind kind, float left, float top, float right, float bottom, Colour colour) {
+    return DrawOp{.kind = kind, .x1 = left, .y1 = top, .x2 = right, .y2 = bottom, .colour = colour};
+}
+
+std::vector<DrawOp> OfKind(const Surface& surface, Kind kind) {
+    std::vector<DrawOp> found;
+    std::copy_if(surface.ops().begin(), surface.ops().end(), std::back_inserter(found),
+                 [kind](const DrawOp& op) { return op.kind == kind; });
+    return found;
+}
+
+// The value texts of one schematic row, left to right as drawn (row captions excluded).
+std::vector<std::string> RowLabels(const Surface& surface, float rowY) {
+    std::vector<std::string> labels;
+    for (const DrawOp& op : OfKind(surface, Kind::Text))
+        if (op.x1 > 3500 && op.y1 > rowY - 600 && op.y1 < rowY + 1500) labels.push_back(op.text);
+    return labels;
+}
+
+// A value is printed last, from a white point at its own position.
+void ExpectLastOpIsText(const Surface& surface, const std::string& text, float x, float y) {
+    const auto& ops = surface.ops();
+    ASSERT_GE(ops.size(), 2u);
+    EXPECT_EQ(ops[ops.size() - 2],
+              (DrawOp{.kind = Kind::Point, .x1 = x, .y1 = y, .colour = kWhite}));
+    EXPECT_EQ(ops.back(),
+              (DrawOp{.kind = Kind::Text, .x1 = x, .y1 = y, .colour = kBlack, .text = text}));
+}
+
+DesignState NetworkWithIntermediate(float intermediateR) {
+    DesignState state;
+    InitialiseConstants(state);
+    state.plateR = 1500;
+    state.intermediateR = intermediateR;
+    state.loadR = 50;
+    state.C1 = 390e-12f;
+    state.L1 = 4.7e-6f;
+    state.C2 = 1.5e-9f;
+    state.L2 = 1.2e-6f;
+    state.C3 = 2.2e-9f;
+    return state;
+}
+
+TEST(DrawShuntCapacitor, PlatesLeadsAndLabelBoxOfEachSymbolSet) {
+    struct Case {
+        const SymbolDimensions* symbols;
+        float labelRight, labelBottom;
+    };
+    for (const Case& c :
+         {Case{&kDesignScreenSymbols, 2060, 3400}, Case{&kInductorScreenSymbols, 2140, 3500}}) {
+        Surface surface(12000, 9000);
+        Pen pen{1000, 2000};
+        DrawShuntCapacitor(surface, pen, 1e-9f, *c.symbols);
+        const std::vector<DrawOp> lines = OfKind(surface, Kind::Line);
+        ASSERT_EQ(lines.size(), 12u);
+        // Two wire steps, then the symbol at X = 1320, then two more steps.
+        EXPECT_EQ(lines[4], LineOp(1320, 2000, 1320, 2480));
+        EXPECT_EQ(lines[5], LineOp(1200, 2480, 1440, 2480));
+        EXPECT_EQ(lines[6], LineOp(1200, 2540, 1440, 2540));
+        EXPECT_EQ(lines[7], LineOp(1320, 2540, 1320, 3040));
+        EXPECT_EQ(pen.x, 1640);
+        EXPECT_EQ(
+            OfKind(surface, Kind::FillBox),
+            std::vector{BoxOp(Kind::FillBox, 740, 3155, c.labelRight, c.labelBottom, kWhite)});
+        ExpectLastOpIsText(surface, FormatFarad(1e-9f), 940, 3200);
+    }
+}
+
+// The coil is 480 long in either set: three humps of 80 on the design screen, four of 60 on
+// the inductor screen.
+TEST(DrawSeriesInductor, HumpsAboveTheLineBetweenTwoLeads) {
+    struct Case {
+        const SymbolDimensions* symbols;
+        std::vector<float> centres;
+        float radius;
+    };
+    for (const Case& c : {Case{&kDesignScreenSymbols, {1320, 1480, 1640}, 80},
+                          Case{&kInductorScreenSymbols, {1300, 1420, 1540, 1660}, 60}}) {
+        Surface surface(12000, 9000);
+        Pen pen{1000, 2000};
+        DrawSeriesInductor(surface, pen, 2.2e-6f, *c.symbols);
+        std::vector<float> centres;
+        for (const DrawOp& arc : OfKind(surface, Kind::Arc)) {
+            centres.push_back(arc.x1);
+            EXPECT_EQ(arc.y1, 2000);
+            EXPECT_EQ(arc.radius, c.radius);
+            EXPECT_EQ(arc.startAngle, 0);
+            EXPECT_DOUBLE_EQ(arc.endAngle, 4 * std::atan(1.0));
+        }
+        EXPECT_EQ(centres, c.centres);
+        const std::vector<DrawOp> lines = OfKind(surface, Kind::Line);
+        for (const DrawOp& lead : {LineOp(1160, 2000, 1240, 2000), LineOp(1720, 2000, 1800, 2000),
+                                   LineOp(1160, 3040, 1800, 3040)})
+            EXPECT_NE(std::find(lines.begin(), lines.end(), lead), lines.end());
+        EXPECT_EQ(pen.x, 1960);
+        EXPECT_EQ(OfKind(surface, Kind::FillBox).at(0),
+                  BoxOp(Kind::FillBox, 840, 1520, 2200, 1900, kWhite));
+        ExpectLastOpIsText(surface, FormatHenry(2.2e-6f), 1060, 1550);
+    }
+}
+
+// Every value is printed over a box that is red when the value is impossible (0 or negative) and
+// white otherwise.
+TEST(Primitives, ValueBoxesAreRedForImpossibleValues) {
+    using Primitive = void (*)(Surface&, Pen&, float, const SymbolDimensions&);
+    for (Primitive draw : {Primitive{DrawShuntCapacitor}, Primitive{DrawSeriesInductor},
+                           Primitive{DrawSource}, Primitive{DrawLoad}}) {
+        for (float value : {0.0f, -1e-9f, 1e-9f}) {
+            Surface surface(12000, 9000);
+            Pen pen{1000, 2000};
+            draw(surface, pen, value, kDesignScreenSymbols);
+            const std::vector<DrawOp> boxes = OfKind(surface, Kind::FillBox);
+            ASSERT_EQ(boxes.size(), 1u);
+            EXPECT_EQ(boxes[0].colour, value <= 0 ? kRed : kWhite) << value;
+        }
+    }
+}
+
+// The terminations keep the signal line at Y and the rail at Y + 1040, and the pen past them.
+TEST(Primitives, TerminationsJoinTheLineAndRail) {
+    for (const SymbolDimensions* symbols : {&kDesignScreenSymbols, &kInductorScreenSymbols}) {
+        for (bool source : {true, false}) {
+            Surface surface(12000, 9000);
+            Pen pen{1000, 2000};
+            if (source)
+                DrawSource(surface, pen, 1500, *symbols);
+            else
+                DrawLoad(surface, pen, 50, *symbols);
+            EXPECT_EQ(pen.x, source ? 2000 : 1480);
+            const std::vector<DrawOp> lines = OfKind(surface, Kind::Line);
+            for (const DrawOp& line : lines) {
+                EXPECT_LE(std::max(line.x1, line.x2), pen.x) << source;
+                EXPECT_GE(std::min(line.y1, line.y2), 2000) << source;
+                EXPECT_LE(std::max(line.y1, line.y2), 3040) << source;
+            }
+            const auto reaches = [&](float y, float x) {
+                return std::any_of(lines.begin(), lines.end(), [&](const DrawOp& l) {
+                    return l.y1 == y && l.y2 == y && std::max(l.x1, l.x2) == x;
+                });
+            };
+            const float joint = source ? pen.x : 1160;  // the source's right end, the load's step
+            EXPECT_TRUE(reaches(2000, joint)) << source;
+            EXPECT_TRUE(reaches(3040, joint)) << source;
+        }
+    }
+}
+
+TEST(DrawSchematic, RowsFollowTheRatioOfIntermediateToLoad) {
+    struct Case {
+        float intermediateR;
+        float lBoxRight, networkBoxRight;
+        std::vector<std::string> lRow, networkRow;
+    };
+    const DesignState base = NetworkWithIntermediate(300);
+    const std::string source = FormatNumber(1500), c1 = FormatFarad(base.C1),
+                      l1 = FormatHenry(base.L1), c2 = FormatFarad(base.C2),
+                      l2 = FormatHenry(base.L2), c3 = FormatFarad(base.C3), load = FormatNumber(50);
+    const Case cases[] = {
+        {300,
+         6600,
+         7900,
+         {FormatNumber(300), c3, l2, load},
+         {source, c1, l1, FormatFarad(base.C2 + base.C3), l2, load}},
+        {25, 6600, 7900, {FormatNumber(25), load}, {source, c1, l1, c2, l2, c3, load}},
+        {50, 5700, 6900, {FormatNumber(50), load}, {source, c1, l1, c2, load}},
+    };
+    for (const Case& c : cases) {
+        Surface surface(12000, 9000);
+        DrawSchematic(surface, NetworkWithIntermediate(c.intermediateR));
+        const std::vector<DrawOp> outlines = OfKind(surface, Kind::OutlineBox);
+        ASSERT_EQ(outlines.size(), 4u);
+        // The caption panel, then the pi section, which is the same whatever the ratio.
+        EXPECT_EQ(OfKind(surface, Kind::FillBox).at(0),
+                  BoxOp(Kind::FillBox, 100, 600, 11900, 8500, kWhite));
+        EXPECT_EQ(outlines[0], BoxOp(Kind::OutlineBox, 2200, 1250, 3500, 6250, 0x663333));
+        EXPECT_EQ(outlines[1], BoxOp(Kind::OutlineBox, 4600, 1250, 6900, 2500, 0x663333));
+        EXPECT_EQ(RowLabels(surface, kPiSectionRowY),
+                  (std::vector<std::string>{source, c1, l1, c2, FormatNumber(c.intermediateR)}));
+        EXPECT_EQ(outlines[2], BoxOp(Kind::OutlineBox, 4600, 3250, c.lBoxRight, 4500, 0x663333));
+        EXPECT_EQ(outlines[3],
+                  BoxOp(Kind::OutlineBox, 4600, 5450, c.networkBoxRight, 6700, 0x663333));
+        EXPECT_EQ(RowLabels(surface, kLSectionRowY), c.lRow) << c.intermediateR;
+        EXPECT_EQ(RowLabels(surface, kNetworkRowY), c.networkRow) << c.intermediateR;
+    }
+}
+
+// The inductor screen draws the network row elsewhere, in its own symbol set: it is the same row
+// moved, nothing in it depending on where the design screen puts it, and 4680 long.
+TEST(DrawNetworkRow, IsTheSameRowAtAnyPen) {
+    const DesignState state = NetworkWithIntermediate(300);
+    Surface here(12000, 9000);
+    Surface there(12000, 9000);
+    Pen pen{3600, 5600};
+    Pen moved{3000, 1500};
+    DrawNetworkRow(here, pen, state, kInductorScreenSymbols);
+    DrawNetworkRow(there, moved, state, kInductorScreenSymbols);
+    EXPECT_EQ(moved.x, 3000 + 4680);
+    ASSERT_EQ(here.ops().size(), there.ops().size());
+    for (std::size_t i = 0; i < here.ops().size(); ++i) {
+        DrawOp shifted = here.ops()[i];
+        shifted.x1 -= 600;
+        shifted.y1 -= 4100;
+        if (shifted.kind == Kind::Line || shifted.kind == Kind::FillBox) {
+            shifted.x2 -= 600;
+            shifted.y2 -= 4100;
+        }
+        ASSERT_EQ(there.ops()[i], shifted) << i;
+    }
+}
+
+}  // namespace
+}  // namespace varo
