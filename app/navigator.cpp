@@ -36,7 +36,7 @@ Navigator::~Navigator() {
     // The screens refer to the design and the dialogs, so they go first.
     parentDialogsTo_(nullptr);
     delete secondary_.data();
-    delete design_.data();
+    delete designScreen_.data();
     delete opening_.data();
 }
 
@@ -45,7 +45,7 @@ void Navigator::Register(Destination destination, ScreenFactory factory) {
 }
 
 void Navigator::Start() {
-    opening_ = new FrmOpening(state_, session_.sessionFilePath);
+    opening_ = new FrmOpening(design_.state(), session_.sessionFilePath);
     opening_->setAttribute(Qt::WA_DeleteOnClose);
     connect(opening_, &FrmOpening::startRequested, this, &Navigator::ShowDesign);
     // Leaving from the welcome screen writes nothing.
@@ -54,12 +54,12 @@ void Navigator::Start() {
 }
 
 void Navigator::ShowDesign() {
-    if (design_ == nullptr) design_ = CreateDesign();
-    ShowInsteadOfCurrent(design_);
+    if (designScreen_ == nullptr) designScreen_ = CreateDesign();
+    ShowInsteadOfCurrent(designScreen_);
 }
 
 FrmDesign* Navigator::CreateDesign() {
-    auto* design = new FrmDesign(state_, dialogs_, session_);
+    auto* design = new FrmDesign(design_, dialogs_, session_);
     // The design screen has written the last-session file by the time it asks to exit.
     connect(design, &FrmDesign::requestExit, this, &Navigator::Finish);
     for (const Exit& exit : kDesignExits) {
@@ -71,7 +71,7 @@ FrmDesign* Navigator::CreateDesign() {
 }
 
 void Navigator::Open(Destination destination) {
-    const ScreenContext context{state_, dialogs_, [this] {
+    const ScreenContext context{design_, dialogs_, [this] {
                                     if (secondary_ != nullptr) secondary_->close();
                                 }};
     QWidget* screen = factories_.at(destination)(context);
@@ -101,7 +101,7 @@ void Navigator::ShowInsteadOfCurrent(QWidget* next) {
     parentDialogsTo_(next);
     if (previous == nullptr || previous == next) return;
     // The design screen is kept, hidden, for its return; every other screen is discarded.
-    if (previous == design_)
+    if (previous == designScreen_)
         previous->hide();
     else
         previous->close();

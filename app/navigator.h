@@ -7,7 +7,7 @@
 #include <map>
 #include <string>
 
-#include "core/design_state.h"
+#include "model/design.h"
 #include "platform/dialogs.h"
 #include "screens/design/design_actions.h"
 
@@ -23,7 +23,7 @@ enum class Destination { Plot, Inductor, LoadHelp };
 
 // What a screen opened from the design screen is built with.
 struct ScreenContext {
-    DesignState& state;
+    Design& design;
     Dialogs& dialogs;
     // The screen's Return: the design screen shows again and this screen is discarded.
     std::function<void()> returnToDesign;
@@ -72,11 +72,11 @@ class Navigator : public QObject {
 
     Dialogs& dialogs_;
     std::function<void(QWidget*)> parentDialogsTo_;
-    DesignState state_;
+    Design design_;
     DesignSession session_;
     std::map<Destination, ScreenFactory> factories_;
     QPointer<FrmOpening> opening_;
-    QPointer<FrmDesign> design_;
+    QPointer<FrmDesign> designScreen_;
     QPointer<QWidget> secondary_;
     QPointer<QWidget> current_;
 };

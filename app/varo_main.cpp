@@ -20,13 +20,13 @@ int main(int argc, char** argv) {
         varo::StartupSessionFilePath());
     QObject::connect(&navigator, &varo::Navigator::finished, &application, &QCoreApplication::quit);
     navigator.Register(varo::Destination::Plot, [](const varo::ScreenContext& context) {
-        return new varo::FrmPlot(context.state, context.dialogs, context.returnToDesign);
+        return new varo::FrmPlot(context.design, context.dialogs, context.returnToDesign);
     });
     navigator.Register(varo::Destination::LoadHelp, [](const varo::ScreenContext& context) {
-        return new varo::FrmLoadHelp(context.state, context.dialogs, context.returnToDesign);
+        return new varo::FrmLoadHelp(context.design.state(), context.dialogs, context.returnToDesign);
     });
     navigator.Register(varo::Destination::Inductor, [&winding](const varo::ScreenContext& context) {
-        return new varo::FrmInductor(context.state, winding, context.dialogs,
+        return new varo::FrmInductor(context.design.state(), winding, context.dialogs,
                                      context.returnToDesign);
     });
     navigator.Start();

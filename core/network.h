@@ -74,6 +74,9 @@ struct StressText {
 };
 
 struct StressDisplay {
+    // RMS voltages at the plate, the midpoint and the load, and the capacitor currents.
+    float vPlate = 0, vMid = 0, vLoad = 0;
+    float iC1 = 0, iC2 = 0, iC3 = 0;
     float iL1 = 0;
     float iL2 = 0;
     float totalPhase = 0;

@@ -122,6 +122,12 @@ void ComputeStresses(DesignState& state, Reporter& reporter) {
 StressDisplay ShowStresses(DesignState& state, Reporter& reporter) {
     ComputeStresses(state, reporter);
     StressDisplay display;
+    display.vPlate = state.vPlate;
+    display.vMid = state.vMid;
+    display.vLoad = state.vLoad;
+    display.iC1 = state.iC1;
+    display.iC2 = state.iC2;
+    display.iC3 = state.iC3;
     AddVoltageTexts(state, display.texts);
     AddCapacitorCurrentTexts(state, display.texts);
     AddInductorCurrents(state, display);

@@ -1,15 +1,11 @@
 #pragma once
 
 #include <array>
-#include <optional>
 #include <string_view>
 
-#include "core/tank_losses.h"
 #include "platform/field_form.h"
 
 namespace varo {
-
-struct DesignResults;
 
 // The design screen's text fields: the five design entries, the generator entries and the
 // spinners' buddy entries.
@@ -62,16 +58,6 @@ constexpr std::string_view ControlName(DesignField field) {
 class DesignForm : public FieldForm<DesignField> {
   public:
     virtual void EnableAccept() {}
-};
-
-// The one step that ends every recalculation: show what it produced. Only the screen draws;
-// the command line keeps the results for its report.
-class DesignView {
-  public:
-    virtual ~DesignView() = default;
-    virtual void ShowResults(const DesignResults& /*results*/) {}
-    // The coil and capacitor Q the view shows the tank's losses with; none for no losses.
-    virtual std::optional<TankQ> LossQ() const { return std::nullopt; }
 };
 
 }  // namespace varo

@@ -12,11 +12,15 @@ namespace {
 
 constexpr int kHarmonicCount = 5;
 
-// For the work done on screen load beyond the original's: it never adds a message.
-class SilentReporter final : public Reporter {
+class QuietReporter final : public Reporter {
   public:
     void ShowMessage(std::string_view, std::string_view, MessageIcon) override {}
 };
+
+template <std::size_t N>
+std::vector<float> Span(const std::array<float, N>& values, int last) {
+    return {values.begin(), values.begin() + (last + 1)};
+}
 
 void Quietly(const std::function<void()>& step) {
     try {
@@ -32,8 +36,38 @@ SectionPhases PhasesOf(const DesignState& state) {
 
 }  // namespace
 
+Reporter& SilentReporter() {
+    static QuietReporter silent;
+    return silent;
+}
+
+DesignInputs DesignInputs::Of(const DesignState& s) {
+    return {s.frequency, s.plateR, s.intermediateR, s.loadR,
+            s.piQ,       s.peakSwing, s.rfPower,     s.genMultiplier};
+}
+
 ComponentValues ComponentValues::Of(const DesignState& s) {
-    return {s.C1, s.L1, s.C2, s.L2, s.C3, s.xC1, s.xL1, s.xC2, s.xL2, s.xC3};
+    ComponentValues values{s.omega, s.inputQ, s.outputQ, s.C1, s.L1, s.C2, s.xC1, s.xL1, s.xC2, {}};
+    if (s.intermediateR != s.loadR) values.lSection = LSectionValues{s.L2, s.C3, s.xL2, s.xC3};
+    return values;
+}
+
+SweepTable SweepTable::Of(const DesignState& s) {
+    const int last = std::clamp<int>(s.sweepIntervals, -1, kSweepPoints - 1);
+    return {Span(s.sweepFrequency, last),
+            Span(s.sweepTransmission, last),
+            Span(s.sweepPhase, last),
+            Span(s.sweepReturn, last),
+            Span(s.sweepVswr, last),
+            Span(s.sweepZMagnitude, last),
+            Span(s.sweepZAngle, last),
+            s.sweepStart,
+            s.sweepStop,
+            s.sourceR};
+}
+
+float UsualZAngle(const LadderResult& result) {
+    return 0.0f - result.zAngle;
 }
 
 bool RunGuarded(Reporter& reporter, const std::function<void()>& step) {
@@ -97,6 +131,8 @@ bool CalculateDesign(DesignState& state, Reporter& reporter, DesignResults& resu
     results.gridFrequencies = BuildGridFrequencies(state);
     results.harmonics = AnalyzeHarmonics(state, reporter);
     results.components = ComponentValues::Of(state);
+    results.inputs = DesignInputs::Of(state);
+    results.sweep = SweepTable::Of(state);
     return succeeded && swept;
 }
 
@@ -111,16 +147,17 @@ std::optional<TankLosses> TankLossesOf(const DesignState& state, TankQ q) {
 DesignResults LoadDesignResults(DesignState& state, Reporter& reporter) {
     DesignResults results;
     AnalyzeHarmonics(state, reporter);
-    SilentReporter silent;
     Quietly([&] {
-        SweepRoutine(state, silent);
+        SweepRoutine(state, SilentReporter());
         ComputeSectionPhases(state);
         results.phases = PhasesOf(state);
     });
-    Quietly([&] { results.stresses = ShowStresses(state, silent); });
+    Quietly([&] { results.stresses = ShowStresses(state, SilentReporter()); });
     results.gridFrequencies = BuildGridFrequencies(state);
     results.harmonics = AnalyzeHarmonics(state, reporter);
     results.components = ComponentValues::Of(state);
+    results.inputs = DesignInputs::Of(state);
+    results.sweep = SweepTable::Of(state);
     return results;
 }
 

@@ -18,10 +18,28 @@ struct HarmonicRow {
     LadderResult result;
 };
 
-// The five parts and their reactances, as DesignState holds them.
+// The design's inputs as the sequence used them.
+struct DesignInputs {
+    float frequency = 0, plateR = 0, intermediateR = 0, loadR = 0, piQ = 0;
+    float peakSwing = 0, rfPower = 0, genMultiplier = 0;
+    static DesignInputs Of(const DesignState& state);
+    bool operator==(const DesignInputs&) const = default;
+};
+
+// The L section's parts and reactances.
+struct LSectionValues {
+    float L2 = 0, C3 = 0, xL2 = 0, xC3 = 0;
+    bool operator==(const LSectionValues&) const = default;
+};
+
+// The parts and their reactances, as DesignState holds them.
 struct ComponentValues {
-    float C1 = 0, L1 = 0, C2 = 0, L2 = 0, C3 = 0;
-    float xC1 = 0, xL1 = 0, xC2 = 0, xL2 = 0, xC3 = 0;
+    float omega = 0, inputQ = 0, outputQ = 0;
+    float C1 = 0, L1 = 0, C2 = 0;
+    float xC1 = 0, xL1 = 0, xC2 = 0;
+    // None when the intermediate resistance equals the load: the state then still holds a
+    // previous design's L2 and C3 reactances, which mean nothing for this one.
+    std::optional<LSectionValues> lSection;
     static ComponentValues Of(const DesignState& state);
     bool operator==(const ComponentValues&) const = default;
 };
@@ -31,17 +49,40 @@ struct SectionPhases {
     float lPhase = 0;
 };
 
-// What one recalculation of the design produced, beside the fields it rewrote in DesignState
-// (the sweep arrays among them). Every view of the design (design screen, large plot, printed
-// report, varo-cli) reads this value; none of them computes or reports.
+// The swept response, one entry per swept frequency, copied out of the design when it was swept
+// (an overlay read later writes its own frequencies into the design's sweep, never into this).
+// Signs, in every output beyond the original's:
+// - transmissionDb and returnDb as the ladder gives them: 0 dB or below for a passive network,
+//   so the return is the plot's negative figure (-20 dB for a reflection of 0.1);
+// - phaseDeg is the transmission phase as analysed;
+// - zAngleDeg is the usual impedance angle, positive for an inductive input (the sweep stores
+//   it so; the single-frequency LadderResult::zAngle has the opposite sign, see UsualZAngle).
+// Return loss and VSWR are referred to referenceOhms.
+struct SweepTable {
+    std::vector<float> frequency, transmissionDb, phaseDeg, returnDb, vswr, zMagnitude, zAngleDeg;
+    float start = 0, stop = 0;
+    float referenceOhms = 0;
+    static SweepTable Of(const DesignState& state);
+    std::size_t size() const { return frequency.size(); }
+};
+
+// The usual impedance angle of one analysis: positive for an inductive input.
+float UsualZAngle(const LadderResult& result);
+
+// What one operation of the design settled. Every view of the design (design screen, large plot,
+// printed report, files, varo-cli) reads this value; none of them computes or reports.
 struct DesignResults {
-    ComponentValues components;           // as the recalculation left them
+    DesignInputs inputs;
+    ComponentValues components;           // as the operation left them
     std::optional<SectionPhases> phases;  // none when they could not be worked out
     StressDisplay stresses;               // no texts when they could not be worked out
     std::vector<HarmonicRow> harmonics;   // fundamental and harmonics 2 to 5
     std::vector<float> gridFrequencies;   // log-axis grid lines between the sweep limits
-    std::optional<TankLosses> losses;     // the tank with real coil and capacitor Q, when known
+    SweepTable sweep;
+    std::optional<TankLosses> losses;  // the tank with real coil and capacitor Q, when asked for
 };
+
+// The building blocks of the design's sequences (see Design for the sequences themselves).
 
 // RecalculateDesign after ValidateInputs: components, ladder, sweep, section phases, then what
 // the displays work out in their order: stresses, then the small plot's grid and harmonic
@@ -75,5 +116,9 @@ std::optional<TankLosses> TankLossesOf(const DesignState& state, TankQ q);
 
 // Runs `step`; an arithmetic fault in it is reported instead of escaping. False after a fault.
 bool RunGuarded(Reporter& reporter, const std::function<void()>& step);
+
+// The one reporter that says nothing: for the work the layer does beyond the original's
+// sequences, whose faults the next reporting step tells.
+Reporter& SilentReporter();
 
 }  // namespace varo

@@ -7,8 +7,9 @@
 #include "app/cli/design_report.h"
 #include "core/numtext.h"
 #include "model/pictures/report_pages.h"
+#include "export/sweep_csv.h"
+#include "model/design.h"
 #include "screens/design/design_actions.h"
-#include "model/design_inputs.h"
 #include "model/design_reporter.h"
 #include "screens/plot/overlay_files.h"
 #include "session/last_session.h"
@@ -35,38 +36,39 @@ const std::pair<const char*, DesignField> kFieldOptions[] = {
 // The design screen's entries, held as texts.
 using DesignFields = TextFields<DesignForm>;
 
-// Messages already shown once are not shown again.
-class SilentReporter : public Reporter {
-  public:
-    void ShowMessage(std::string_view, std::string_view, MessageIcon) override {}
-};
+// The plot screen's redraw after the design screen's "See large plot": what its exports read.
+void OpenLargePlot(Design& design, Reporter& reporter) {
+    design.RecomputeNetwork(reporter);
+    design.SweepAsLaidOut(reporter);
+}
 
 // The file buttons, each after the recomputation its button runs. False if any file failed.
-bool WriteRequestedFiles(DesignState& state, DesignFields& form, CliDialogs& dialogs,
+bool WriteRequestedFiles(Design& design, DesignFields& form, CliDialogs& dialogs,
                          Reporter& reporter, const Arguments& args) {
     bool written = true;
-    if (auto path = args.Value("--sweep-csv"))
-        written &= WriteSweepCsv(*path, SweepCsv(state), dialogs);
+    if (auto path = args.Value("--sweep-csv")) {
+        OpenLargePlot(design, reporter);
+        written &= WriteSweepCsvFile(design.results().sweep, *path, dialogs);
+    }
     DesignSession session;
     if (auto path = args.Value("--ltspice")) {
         dialogs.AnswerNextSave(*path);
-        written &= ExportLTspice(state, dialogs, reporter, session);
+        written &= ExportLTspice(design, dialogs, reporter, session) == FileOutcome::Written;
     }
     if (auto path = args.Value("--quarn")) {
         dialogs.AnswerNextSave(*path);
-        if (!ExportQuarn(state, form, dialogs, reporter, session)) {
+        if (ExportQuarn(design, form, dialogs, reporter, session) != FileOutcome::Written) {
             dialogs.ShowFailure("The Quarn file was not written.", dialogs.lastBeepDetail());
             written = false;
         }
     }
     if (auto folder = args.Value("--overlay-dir")) {
-        RecomputeNetwork(state, reporter);
-        SweepRoutine(state, reporter);
-        written &= WriteOverlayFiles(state, *folder, dialogs);
+        OpenLargePlot(design, reporter);
+        written &= WriteOverlayFiles(design.state(), *folder, dialogs);
     }
     if (auto path = args.Value("--save-session")) {
         session.sessionFilePath = *path;
-        written &= SaveSessionOnExit(state, form, dialogs, reporter, session);
+        written &= SaveSessionOnExit(design, form, dialogs, reporter, session);
     }
     return written;
 }
@@ -99,42 +101,36 @@ int RunDesign(const std::vector<std::string>& words, std::ostream& out, std::ost
         return 0;
     }
     const DesignExtras extras = ReadDesignExtras(args);
-    DesignState state;
-    InitialiseConstants(state);
+    Design design;
     // With no file to read, the last-session reader leaves the start-up defaults.
-    ReadLastSession(state, args.Value("--session").value_or(""));
+    ReadLastSession(design.state(), args.Value("--session").value_or(""));
+    design.SetLossQ(extras.lossQ);
 
     DesignFields form;
     CliDialogs dialogs(err);
-    TakeSwingAndPower(state, args.Value("--swing"), args.Value("--power"), dialogs);
+    TakeSwingAndPower(design.state(), args.Value("--swing"), args.Value("--power"), dialogs);
     DesignReporter reporter(dialogs, form);
-    DesignView screen;  // the command line draws nothing
     // What the design screen runs when it opens, then the user's entries and Accept.
-    LoadDesignScreen(state, form, reporter, screen);
+    design.Load(form, reporter);
     for (const auto& [option, field] : kFieldOptions)
         if (auto text = args.Value(option)) form.SetText(field, *text);
-    AcceptDesign(state, form, dialogs, reporter, screen);
+    design.Accept(form, dialogs, reporter);
     if (auto text = args.Value("--generator")) {
         form.SetText(DesignField::GeneratorOhms, *text);
-        OnGeneratorResistanceChanged(state, form, dialogs, reporter, screen);
+        design.GeneratorResistanceEntered(form, dialogs, reporter);
     }
 
-    // The file actions may validate the entries again; the report shows the state they leave.
-    bool written = WriteRequestedFiles(state, form, dialogs, reporter, args);
-    written &= WriteDesignExtras(extras, state, dialogs, reporter);
-    DesignOutcome outcome;
-    outcome.state = &state;
-    // The file actions may have validated and recomputed; the report describes what they left,
-    // worked out again in silence (every message has been shown once already).
-    SilentReporter silent;
-    CalculateDesign(state, silent, outcome.results);
-    outcome.losses = ComputeDesignLosses(extras, state, dialogs);
+    // The file actions may validate and recompute, as their buttons do; the report describes
+    // the results they leave, as the design screen shows them after the same presses.
+    bool written = WriteRequestedFiles(design, form, dialogs, reporter, args);
+    written &= WriteDesignExtras(extras, design, dialogs, reporter);
+    if (extras.lossQ && !design.results().losses)
+        dialogs.ShowMessage("The tank losses could not be computed for this design.");
     if (auto path = args.Value("--pdf")) {
-        outcome.results.losses = outcome.losses;
         dialogs.AnswerNextSave(*path);
-        written &= PrintDesignReport(state, outcome.results, dialogs);
+        written &= PrintDesignReport(design.state(), design.results(), dialogs);
     }
-    outcome.messages = dialogs.messages();
+    const DesignOutcome outcome{&design.state(), design.results(), dialogs.messages()};
     out << (args.Flag("--json") ? DesignJson(outcome) : DesignReportText(outcome));
     return written ? 0 : 1;
 }

@@ -2,9 +2,8 @@
 
 #include "core/fault.h"
 #include "core/numtext.h"
-#include "export/spice_netlist.h"
 #include "export/touchstone.h"
-#include "model/design_inputs.h"
+#include "screens/design/design_actions.h"
 
 namespace varo::cli {
 
@@ -41,29 +40,21 @@ DesignExtras ReadDesignExtras(const Arguments& args) {
     return extras;
 }
 
-bool WriteDesignExtras(const DesignExtras& extras, DesignState& state, Dialogs& dialogs,
+bool WriteDesignExtras(const DesignExtras& extras, Design& design, CliDialogs& dialogs,
                        Reporter& reporter) {
     bool written = true;
     if (extras.spicePath) {
-        RecomputeNetwork(state, reporter);
-        written &= WriteSpiceNetlist(state, *extras.spicePath, dialogs);
+        dialogs.AnswerNextSave(*extras.spicePath);
+        DesignSession session;
+        written &= ExportSpiceNetlist(design, dialogs, reporter, session) == FileOutcome::Written;
     }
     if (extras.touchstonePath) {
-        RecomputeNetwork(state, reporter);
-        written &= WriteTouchstoneFile(state, *extras.touchstonePath, dialogs);
+        // As the large plot's export: at the frequencies of its sweep.
+        design.RecomputeNetwork(reporter);
+        design.SweepAsLaidOut(reporter);
+        written &= WriteTouchstoneFile(design.state(), *extras.touchstonePath, dialogs);
     }
     return written;
-}
-
-std::optional<TankLosses> ComputeDesignLosses(const DesignExtras& extras, const DesignState& state,
-                                              Dialogs& dialogs) {
-    if (!extras.lossQ) return std::nullopt;
-    try {
-        return AnalyzeTankLosses(state, *extras.lossQ);
-    } catch (const ArithmeticFault& fault) {
-        dialogs.ShowMessage(std::string("The tank losses could not be computed: ") + fault.what());
-        return std::nullopt;
-    }
 }
 
 }  // namespace varo::cli

@@ -4,7 +4,8 @@
 #include <string>
 
 #include "app/cli/arguments.h"
-#include "core/design_state.h"
+#include "app/cli/cli_dialogs.h"
+#include "model/design.h"
 #include "core/reporter.h"
 #include "core/tank_losses.h"
 #include "platform/dialogs.h"
@@ -26,12 +27,8 @@ OptionSpec WithDesignExtras(OptionSpec options);
 // is a usage mistake (UsageError).
 DesignExtras ReadDesignExtras(const Arguments& args);
 
-// Recomputes the network and writes each requested file. False if any was not written.
-bool WriteDesignExtras(const DesignExtras& extras, DesignState& state, Dialogs& dialogs,
+// Writes each requested file as the desktop's buttons do. False if any was not written.
+bool WriteDesignExtras(const DesignExtras& extras, Design& design, CliDialogs& dialogs,
                        Reporter& reporter);
-
-// The losses when asked for; a network that cannot be analysed is reported and gives none.
-std::optional<TankLosses> ComputeDesignLosses(const DesignExtras& extras, const DesignState& state,
-                                              Dialogs& dialogs);
 
 }  // namespace varo::cli

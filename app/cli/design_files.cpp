@@ -1,17 +1,8 @@
 #include "app/cli/design_files.h"
 
 #include "app/cli/text_load_help_form.h"
-#include "platform/save_file.h"
-#include "platform/textfile.h"
 
 namespace varo::cli {
-
-bool WriteSweepCsv(const std::string& path, const std::string& csv, Dialogs& dialogs) {
-    const auto failure = SaveFailure(path, [&] { SaveFile(path, csv); });
-    if (!failure) return true;
-    dialogs.ShowFailure("The sweep file could not be written.", *failure);
-    return false;
-}
 
 void TakeSwingAndPower(DesignState& state, const std::optional<std::string>& swing,
                        const std::optional<std::string>& power, Dialogs& dialogs) {

@@ -8,10 +8,6 @@
 
 namespace varo::cli {
 
-// Saves the sweep table whole or not at all; on a failure shows "The sweep file could not be
-// written." with the path and reason as detail and returns false.
-bool WriteSweepCsv(const std::string& path, const std::string& csv, Dialogs& dialogs);
-
 // Swing and power are entered in the plate-load helper, so the options go through its limits and
 // messages. An option not given keeps the design's value.
 void TakeSwingAndPower(DesignState& state, const std::optional<std::string>& swing,

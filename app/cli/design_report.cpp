@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <limits>
 #include <optional>
 
 #include "app/cli/json_writer.h"
@@ -13,19 +14,13 @@ namespace varo::cli {
 
 namespace {
 
-// The impedance angle with the usual sign (positive for an inductive input), as the sweep
-// stores it.
-float UsualZAngle(const HarmonicRow& row) {
-    return -row.result.zAngle;
-}
-
 std::string Padded(const std::string& label, const std::string& value) {
     std::string line = label;
     if (line.size() < 26) line.append(26 - line.size(), ' ');
     return line + value + "\n";
 }
 
-std::string InputsSection(const DesignState& s) {
+std::string InputsSection(const DesignInputs& s) {
     return "Inputs\n" + Padded("  Frequency (Hz):", FormatHz(s.frequency)) +
            Padded("  Plate load (ohms):", FormatNumber(s.plateR)) +
            Padded("  Intermediate (ohms):", FormatNumber(s.intermediateR)) +
@@ -41,14 +36,22 @@ std::string PhaseText(const std::optional<SectionPhases>& phases, float SectionP
     return phases ? FormatNumber((*phases).*which) + "deg." : std::string();
 }
 
+// An L-section figure, blank where the design has no L section.
+std::string LSectionText(const ComponentValues& parts, float LSectionValues::*which,
+                         std::string (*format)(float)) {
+    return parts.lSection ? format((*parts.lSection).*which) : std::string();
+}
+
 std::string ComponentsSection(const DesignResults& results) {
     const ComponentValues& s = results.components;
     return "Reactances (ohms)\n" + Padded("  XC1:", FormatNumber(s.xC1)) +
            Padded("  XL1:", FormatNumber(s.xL1)) + Padded("  XC2:", FormatNumber(s.xC2)) +
-           Padded("  XL2:", FormatNumber(s.xL2)) + Padded("  XC3:", FormatNumber(s.xC3)) +
+           Padded("  XL2:", LSectionText(s, &LSectionValues::xL2, FormatNumber)) +
+           Padded("  XC3:", LSectionText(s, &LSectionValues::xC3, FormatNumber)) +
            "Components\n" + Padded("  C1:", FormatFarad(s.C1)) +
            Padded("  L1:", FormatHenry(s.L1)) + Padded("  C2:", FormatFarad(s.C2)) +
-           Padded("  L2:", FormatHenry(s.L2)) + Padded("  C3:", FormatFarad(s.C3)) + "Phases\n" +
+           Padded("  L2:", LSectionText(s, &LSectionValues::L2, FormatHenry)) +
+           Padded("  C3:", LSectionText(s, &LSectionValues::C3, FormatFarad)) + "Phases\n" +
            Padded("  Pi section:", PhaseText(results.phases, &SectionPhases::piPhase)) +
            Padded("  L section:", PhaseText(results.phases, &SectionPhases::lPhase));
 }
@@ -74,7 +77,7 @@ std::string HarmonicSection(const std::vector<HarmonicRow>& rows) {
             FormatHz(row.frequency).c_str(), FormatNumber(row.result.transmissionDb).c_str(),
             FormatNumber(row.result.transmissionPhase).c_str(),
             FormatNumber(row.result.returnDb).c_str(), FormatNumber(row.result.vswr).c_str(),
-            FormatNumber(row.result.zMagnitude).c_str(), FormatNumber(UsualZAngle(row)).c_str());
+            FormatNumber(row.result.zMagnitude).c_str(), FormatNumber(UsualZAngle(row.result)).c_str());
         text += line;
     }
     return text;
@@ -121,15 +124,27 @@ void AddLossesJson(JsonWriter& json, const std::optional<TankLosses>& losses) {
 }  // namespace
 
 std::string DesignReportText(const DesignOutcome& outcome) {
-    const DesignState& s = *outcome.state;
-    return InputsSection(s) + ComponentsSection(outcome.results) +
-           StressSection(outcome.results.stresses) + HarmonicSection(outcome.results.harmonics) +
-           LossesSection(outcome.losses);
+    const DesignResults& results = outcome.results;
+    return InputsSection(results.inputs) + ComponentsSection(results) +
+           StressSection(results.stresses) + HarmonicSection(results.harmonics) +
+           LossesSection(results.losses);
+}
+
+// A figure that may be absent: null when it is (the writer turns a non-finite number to null).
+void OptionalNumber(JsonWriter& json, std::string_view key, std::optional<float> value) {
+    json.Number(key, value ? *value : std::numeric_limits<double>::quiet_NaN());
 }
 
 std::string DesignJson(const DesignOutcome& outcome) {
-    const DesignState& s = *outcome.state;
-    const ComponentValues& parts = outcome.results.components;
+    const DesignResults& results = outcome.results;
+    const DesignInputs& s = results.inputs;
+    const ComponentValues& parts = results.components;
+    const auto lSection = [&](float LSectionValues::*which) {
+        return parts.lSection ? std::optional<float>((*parts.lSection).*which) : std::nullopt;
+    };
+    const auto phase = [&](float SectionPhases::*which) {
+        return results.phases ? std::optional<float>((*results.phases).*which) : std::nullopt;
+    };
     JsonWriter json;
     json.BeginObject()
         .BeginObject("inputs")
@@ -147,34 +162,33 @@ std::string DesignJson(const DesignOutcome& outcome) {
         json.String({}, message);
     json.EndArray();
     json.BeginObject("derived")
-        .Number("omega", s.omega)
-        .Number("inputQ", s.inputQ)
-        .Number("outputQ", s.outputQ)
+        .Number("omega", parts.omega)
+        .Number("inputQ", parts.inputQ)
+        .Number("outputQ", parts.outputQ)
         .Number("xC1", parts.xC1)
         .Number("xL1", parts.xL1)
-        .Number("xC2", parts.xC2)
-        .Number("xL2", parts.xL2)
-        .Number("xC3", parts.xC3)
-        .Number("C1", parts.C1)
-        .Number("L1", parts.L1)
-        .Number("C2", parts.C2)
-        .Number("L2", parts.L2)
-        .Number("C3", parts.C3)
-        .Number("piPhase", s.piPhase)
-        .Number("lPhase", s.lPhase)
-        .EndObject();
+        .Number("xC2", parts.xC2);
+    OptionalNumber(json, "xL2", lSection(&LSectionValues::xL2));
+    OptionalNumber(json, "xC3", lSection(&LSectionValues::xC3));
+    json.Number("C1", parts.C1).Number("L1", parts.L1).Number("C2", parts.C2);
+    OptionalNumber(json, "L2", lSection(&LSectionValues::L2));
+    OptionalNumber(json, "C3", lSection(&LSectionValues::C3));
+    OptionalNumber(json, "piPhase", phase(&SectionPhases::piPhase));
+    OptionalNumber(json, "lPhase", phase(&SectionPhases::lPhase));
+    json.EndObject();
+    const StressDisplay& stresses = results.stresses;
     json.BeginObject("stresses")
-        .Number("vPlate", s.vPlate)
-        .Number("vMid", s.vMid)
-        .Number("vLoad", s.vLoad)
-        .Number("iC1", s.iC1)
-        .Number("iC2", s.iC2)
-        .Number("iC3", s.iC3)
-        .Number("iL1", outcome.results.stresses.iL1)
-        .Number("iL2", outcome.results.stresses.iL2)
+        .Number("vPlate", stresses.vPlate)
+        .Number("vMid", stresses.vMid)
+        .Number("vLoad", stresses.vLoad)
+        .Number("iC1", stresses.iC1)
+        .Number("iC2", stresses.iC2)
+        .Number("iC3", stresses.iC3)
+        .Number("iL1", stresses.iL1)
+        .Number("iL2", stresses.iL2)
         .EndObject();
     json.BeginArray("harmonics");
-    for (const auto& row : outcome.results.harmonics) {
+    for (const auto& row : results.harmonics) {
         json.BeginObject()
             .Integer("n", row.n)
             .Number("frequency", row.frequency)
@@ -183,25 +197,13 @@ std::string DesignJson(const DesignOutcome& outcome) {
             .Number("returnDb", row.result.returnDb)
             .Number("vswr", row.result.vswr)
             .Number("zMagnitude", row.result.zMagnitude)
-            .Number("zAngle", UsualZAngle(row))
+            .Number("zAngle", UsualZAngle(row.result))
             .EndObject();
     }
     json.EndArray();
-    AddLossesJson(json, outcome.losses);
+    AddLossesJson(json, results.losses);
     json.EndObject();
     return json.text();
-}
-
-std::string SweepCsv(const DesignState& s) {
-    std::string csv = "frequency,transmission,phase,return,vswr,zMagnitude,zAngle\n";
-    const int last = std::min<int>(s.sweepIntervals, kSweepPoints - 1);
-    for (int i = 0; i <= last; ++i) {
-        csv += JsonNumber(s.sweepFrequency[i]) + "," + JsonNumber(s.sweepTransmission[i]) + "," +
-               JsonNumber(s.sweepPhase[i]) + "," + JsonNumber(s.sweepReturn[i]) + "," +
-               JsonNumber(s.sweepVswr[i]) + "," + JsonNumber(s.sweepZMagnitude[i]) + "," +
-               JsonNumber(s.sweepZAngle[i]) + "\n";
-    }
-    return csv;
 }
 
 }  // namespace varo::cli

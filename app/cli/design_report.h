@@ -16,12 +16,9 @@ struct DesignOutcome {
     const DesignState* state = nullptr;
     DesignResults results;
     std::vector<std::string> messages;
-    std::optional<TankLosses> losses;  // when asked for
 };
 
 std::string DesignReportText(const DesignOutcome& outcome);
 std::string DesignJson(const DesignOutcome& outcome);
-// A header line and one row per sweep point.
-std::string SweepCsv(const DesignState& state);
 
 }  // namespace varo::cli

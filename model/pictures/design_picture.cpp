@@ -71,10 +71,11 @@ std::string LossFigure(double value, const char* unit) {
     return WithUnit(static_cast<float>(value), unit);
 }
 
-void DrawComponentTable(Surface& surface, const DesignState& state, const DesignResults& results) {
+void DrawComponentTable(Surface& surface, const DesignResults& results) {
     const ComponentValues& parts = results.components;
-    // Without an L section its parts keep stale values in the state: shown blank.
-    const bool lSection = state.intermediateR != state.loadR;
+    // Without an L section its rows stand blank.
+    const bool lSection = parts.lSection.has_value();
+    const LSectionValues l = parts.lSection.value_or(LSectionValues{});
     surface.SetFont(kSurfaceFont, kSurfacePointSize, true);
     surface.Text(kValuesNameX, kValuesHeaderY, "Part");
     surface.Text(kValuesValueX, kValuesHeaderY, "Value");
@@ -85,8 +86,8 @@ void DrawComponentTable(Surface& surface, const DesignState& state, const Design
         {{"C1", FormatFarad(parts.C1), parts.xC1, TankPart::C1, true},
          {"L1", FormatHenry(parts.L1), parts.xL1, TankPart::L1, true},
          {"C2", FormatFarad(parts.C2), parts.xC2, TankPart::C2, true},
-         {"L2", FormatHenry(parts.L2), parts.xL2, TankPart::L2, lSection},
-         {"C3", FormatFarad(parts.C3), parts.xC3, TankPart::C3, lSection}}};
+         {"L2", FormatHenry(l.L2), l.xL2, TankPart::L2, lSection},
+         {"C3", FormatFarad(l.C3), l.xC3, TankPart::C3, lSection}}};
     float y = kValuesFirstRowY;
     for (const ComponentRow& row : rows) {
         surface.Text(kValuesNameX, y, row.name);
@@ -177,7 +178,7 @@ ScreenPoint StressTextPlace(const StressText& text) {
 void DrawDesignScreen(Surface& surface, const DesignState& state, const DesignResults& results) {
     surface.Clear();
     DrawSchematic(surface, state);
-    DrawComponentTable(surface, state, results);
+    DrawComponentTable(surface, results);
     DrawLossSummary(surface, results.losses);
     DrawStressTexts(surface, results.stresses);
     DrawStressHint(surface, state);

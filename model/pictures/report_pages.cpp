@@ -78,7 +78,8 @@ struct TableRow {
     float reactance;
     std::string voltage;
     std::string current;
-    std::optional<TankPart> tankPart;
+    TankPart tankPart;
+    bool present;
 };
 
 void DrawComponentTable(Surface& page, const ComponentValues& parts, const StressDisplay& stresses,
@@ -95,29 +96,33 @@ void DrawComponentTable(Surface& page, const ComponentValues& parts, const Stres
         page.Text(kColumnX[i], y, headers[i]);
     page.SetFont(kFont, kBodyPoints);
     using enum StressPart;
+    // Without an L section its rows stand blank.
+    const bool lSection = parts.lSection.has_value();
+    const LSectionValues l = parts.lSection.value_or(LSectionValues{});
     const std::array<TableRow, 5> rows{{
         {"C1", FormatFarad(parts.C1), parts.xC1, StressTextOf(stresses, C1Voltage),
-         StressTextOf(stresses, C1Current), TankPart::C1},
+         StressTextOf(stresses, C1Current), TankPart::C1, true},
         {"L1", FormatHenry(parts.L1), parts.xL1,
          InductorVoltage(stresses, L1Current, stresses.iL1, parts.xL1),
-         StressTextOf(stresses, L1Current), TankPart::L1},
+         StressTextOf(stresses, L1Current), TankPart::L1, true},
         {"C2", FormatFarad(parts.C2), parts.xC2, StressTextOf(stresses, C2Voltage),
-         StressTextOf(stresses, C2Current), TankPart::C2},
-        {"L2", FormatHenry(parts.L2), parts.xL2,
-         InductorVoltage(stresses, L2Current, stresses.iL2, parts.xL2),
-         StressTextOf(stresses, L2Current), TankPart::L2},
-        {"C3", FormatFarad(parts.C3), parts.xC3, StressTextOf(stresses, C3Voltage),
-         StressTextOf(stresses, C3Current), TankPart::C3},
+         StressTextOf(stresses, C2Current), TankPart::C2, true},
+        {"L2", FormatHenry(l.L2), l.xL2, InductorVoltage(stresses, L2Current, stresses.iL2, l.xL2),
+         StressTextOf(stresses, L2Current), TankPart::L2, lSection},
+        {"C3", FormatFarad(l.C3), l.xC3, StressTextOf(stresses, C3Voltage),
+         StressTextOf(stresses, C3Current), TankPart::C3, lSection},
     }};
     for (const TableRow& row : rows) {
         y += kLineStep;
-        const std::array<std::string, 5> cells{row.part, row.value, WithUnit(row.reactance, "ohms"),
+        page.Text(kColumnX[0], y, row.part);
+        if (!row.present) continue;
+        const std::array<std::string, 4> cells{row.value, WithUnit(row.reactance, "ohms"),
                                                row.voltage, row.current};
         for (std::size_t i = 0; i < cells.size(); ++i)
-            page.Text(kColumnX[i], y, cells[i]);
+            page.Text(kColumnX[i + 1], y, cells[i]);
         if (losses)
             page.Text(kColumnX[5], y,
-                      FormatNumber(static_cast<float>(losses->Watts(*row.tankPart))) + "W");
+                      FormatNumber(static_cast<float>(losses->Watts(row.tankPart))) + "W");
     }
 }
 

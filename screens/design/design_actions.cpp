@@ -3,55 +3,55 @@
 #include "export/ltspice.h"
 #include "export/quarn.h"
 #include "export/spice_netlist.h"
-#include "model/design_inputs.h"
+#include "model/pictures/report_pages.h"
 #include "session/last_session.h"
 
 namespace varo {
 
-bool ExportLTspice(DesignState& state, Dialogs& dialogs, Reporter& reporter,
-                   DesignSession& session) {
-    RecomputeNetwork(state, reporter);
+namespace {
+
+FileOutcome Outcome(bool written) {
+    return written ? FileOutcome::Written : FileOutcome::Failed;
+}
+
+}  // namespace
+
+FileOutcome ExportLTspice(Design& design, Dialogs& dialogs, Reporter& reporter,
+                          DesignSession& session) {
+    design.RecomputeNetwork(reporter);
     const auto chosen = dialogs.AskSaveFileName(LTspiceSaveRequest(session.spiceDefaultName));
-    if (!chosen) return false;
+    if (!chosen) return FileOutcome::Cancelled;
     session.spiceFilePath = *chosen;
-    return WriteLTspiceSchematic(state, session.spiceFilePath, dialogs);
+    return Outcome(WriteLTspiceSchematic(design.state(), session.spiceFilePath, dialogs));
 }
 
-bool ExportSpiceNetlist(DesignState& state, Dialogs& dialogs, Reporter& reporter,
-                        DesignSession& session) {
-    RecomputeNetwork(state, reporter);
+FileOutcome ExportSpiceNetlist(Design& design, Dialogs& dialogs, Reporter& reporter,
+                               DesignSession& session) {
+    design.RecomputeNetwork(reporter);
     const auto chosen = dialogs.AskSaveFileName(SpiceNetlistSaveRequest());
-    if (!chosen) return false;
+    if (!chosen) return FileOutcome::Cancelled;
     session.netlistFilePath = *chosen;
-    return WriteSpiceNetlist(state, session.netlistFilePath, dialogs);
+    return Outcome(WriteSpiceNetlist(design.state(), session.netlistFilePath, dialogs));
 }
 
-bool ExportQuarn(DesignState& state, DesignForm& form, Dialogs& dialogs, Reporter& reporter,
-                 DesignSession& session) {
+FileOutcome ExportQuarn(Design& design, DesignForm& form, Dialogs& dialogs, Reporter& reporter,
+                        DesignSession& session) {
     const auto chosen = dialogs.AskSaveFileName(QuarnSaveRequest());
-    if (!chosen) return false;
+    if (!chosen) return FileOutcome::Cancelled;
     session.quarnFilePath = *chosen;
-    ValidateInputs(state, form, dialogs);
-    RecomputeNetwork(state, reporter);
-    return WriteQuarnFile(state, session.quarnFilePath, dialogs);
+    design.ValidateAndRecompute(form, dialogs, reporter);
+    return Outcome(WriteQuarnFile(design.state(), session.quarnFilePath, dialogs));
 }
 
-bool SaveSessionOnExit(DesignState& state, DesignForm& form, Dialogs& dialogs, Reporter& reporter,
+bool SaveSessionOnExit(Design& design, DesignForm& form, Dialogs& dialogs, Reporter& reporter,
                        const DesignSession& session) {
-    ValidateInputs(state, form, dialogs);
-    RecomputeNetwork(state, reporter);
-    return WriteLastSession(state, session.sessionFilePath, dialogs);
+    design.ValidateAndRecompute(form, dialogs, reporter);
+    return WriteLastSession(design.state(), session.sessionFilePath, dialogs);
 }
 
-void PrintDesign(DesignState& state, DesignForm& form, Dialogs& dialogs, Reporter& reporter,
-                 const std::function<void()>& printReport) {
-    ValidateInputs(state, form, dialogs);
-    RecomputeNetwork(state, reporter);
-    if (printReport) printReport();
-}
-
-void PrepareToLeaveDesign(DesignState& state, Reporter& reporter) {
-    RecomputeNetwork(state, reporter);
+bool PrintDesign(Design& design, DesignForm& form, Dialogs& dialogs, Reporter& reporter) {
+    design.ValidateAndRecompute(form, dialogs, reporter);
+    return PrintDesignReport(design.state(), design.results(), dialogs);
 }
 
 }  // namespace varo

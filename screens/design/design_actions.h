@@ -3,10 +3,10 @@
 #include <functional>
 #include <string>
 
-#include "core/design_state.h"
 #include "core/reporter.h"
-#include "platform/dialogs.h"
+#include "model/design.h"
 #include "model/design_form.h"
+#include "platform/dialogs.h"
 
 namespace varo {
 
@@ -19,32 +19,29 @@ struct DesignSession {
     std::string sessionFilePath;   // the last-session file, found at start-up
 };
 
-// `cmdSpice`: recomputes, asks for the file name and writes the schematic. A cancelled dialog
-// stops the export quietly. Returns true when a file was written.
-bool ExportLTspice(DesignState& state, Dialogs& dialogs, Reporter& reporter,
-                   DesignSession& session);
+// How a file action ended: a cancelled dialog stops it quietly, before anything is read in.
+enum class FileOutcome { Cancelled, Written, Failed };
 
-// "Write SPICE": recomputes, asks for a .cir file (overwrite prompt) and writes the netlist. A
-// cancelled dialog stops the export quietly. Returns true when a file was written.
-bool ExportSpiceNetlist(DesignState& state, Dialogs& dialogs, Reporter& reporter,
-                        DesignSession& session);
+// `cmdSpice`: recomputes, asks for the file name and writes the schematic.
+FileOutcome ExportLTspice(Design& design, Dialogs& dialogs, Reporter& reporter,
+                          DesignSession& session);
+
+// "Write SPICE": recomputes, asks for a .cir file (overwrite prompt) and writes the netlist.
+FileOutcome ExportSpiceNetlist(Design& design, Dialogs& dialogs, Reporter& reporter,
+                               DesignSession& session);
 
 // `cmdQuarn`: asks for the file name first, then validates, recomputes and writes the circuit
-// file. A cancelled dialog stops the export quietly. Returns true when a file was written.
-bool ExportQuarn(DesignState& state, DesignForm& form, Dialogs& dialogs, Reporter& reporter,
-                 DesignSession& session);
+// file.
+FileOutcome ExportQuarn(Design& design, DesignForm& form, Dialogs& dialogs, Reporter& reporter,
+                        DesignSession& session);
 
 // `cmdExit`: validates, recomputes and writes the last-session file. A failure has been reported
 // by then; the caller ends the program either way. Returns true when the file was written.
-bool SaveSessionOnExit(DesignState& state, DesignForm& form, Dialogs& dialogs, Reporter& reporter,
+bool SaveSessionOnExit(Design& design, DesignForm& form, Dialogs& dialogs, Reporter& reporter,
                        const DesignSession& session);
 
-// `cmdPrint`: validates and recomputes, then hands over to `printReport`.
-void PrintDesign(DesignState& state, DesignForm& form, Dialogs& dialogs, Reporter& reporter,
-                 const std::function<void()>& printReport);
-
-// `cmdPlot`, `cmdInductor`, `cmdLoadHelp`: brings the network up to date before the next screen
-// reads it.
-void PrepareToLeaveDesign(DesignState& state, Reporter& reporter);
+// `cmdPrint`: validates and recomputes, then prints the report of the results that settled.
+// Returns true when the page went out.
+bool PrintDesign(Design& design, DesignForm& form, Dialogs& dialogs, Reporter& reporter);
 
 }  // namespace varo

@@ -14,7 +14,6 @@ namespace varo {
 
 namespace {
 
-constexpr double kNudgeFactor = 1.03;
 constexpr int kMarkedHarmonics = 3;
 constexpr float kReadoutRowY = 7400;
 constexpr float kReadoutRowStep = 200;
@@ -43,10 +42,6 @@ void PrintAt(Surface& surface, float x, float y, std::string text) {
     surface.Text(x, y, std::move(text));
 }
 
-std::vector<float> Span(const std::array<float, kSweepPoints>& values, int last) {
-    return {values.begin(), values.begin() + (last + 1)};
-}
-
 // A figure rounded to `places` decimals, in plain text.
 std::string Rounded(double value, int places) {
     const double scale = std::pow(10.0, places);
@@ -63,11 +58,6 @@ std::string HertzText(double hertz) {
     if (hertz >= 1e6) return Rounded(hertz / 1e6, 4) + " MHz";
     if (hertz >= 1e3) return Rounded(hertz / 1e3, 3) + " kHz";
     return Rounded(hertz, 1) + " Hz";
-}
-
-// The usual impedance angle: positive for an inductive input.
-float UsualZAngle(float storedAngle) {
-    return 0.0f - storedAngle;
 }
 
 std::size_t NearestIndex(const std::vector<float>& frequencies, float frequency) {
@@ -94,14 +84,6 @@ std::string OverlayLine(const char* name, const std::optional<OverlayCurve>& cur
 
 }  // namespace
 
-SweepCopy SweepCopy::Of(const DesignState& s) {
-    const int last = std::clamp<int>(s.sweepIntervals, -1, kSweepPoints - 1);
-    return {Span(s.sweepFrequency, last), Span(s.sweepTransmission, last),
-            Span(s.sweepPhase, last),     Span(s.sweepReturn, last),
-            Span(s.sweepVswr, last),      Span(s.sweepZMagnitude, last),
-            Span(s.sweepZAngle, last)};
-}
-
 std::string LargePlotSummary(const DesignState& s) {
     const float inputTermination = s.plateR * s.genMultiplier;
     return "    Frequency: " + FormatHz(s.frequency) +
@@ -111,19 +93,7 @@ std::string LargePlotSummary(const DesignState& s) {
            "       PI-net Q: " + FormatNumber(s.piQ);
 }
 
-LargePlotResults ComputeLargePlot(DesignState& state, Reporter& reporter) {
-    LargePlotResults results;
-    results.gridFrequencies = BuildGridFrequencies(state);
-    RunGuarded(reporter, [&] { SweepRoutine(state, reporter); });
-    results.harmonics = AnalyzeHarmonicsAsLaidOut(state);
-    results.sweep = SweepCopy::Of(state);
-    results.sweepStart = state.sweepStart;
-    results.sweepStop = state.sweepStop;
-    results.referenceOhms = state.sourceR;
-    return results;
-}
-
-void DrawLargePlot(Surface& surface, const DesignState& state, const LargePlotResults& results,
+void DrawLargePlot(Surface& surface, const DesignState& state, const DesignResults& results,
                    float screenHeightTwips) {
     DrawLargePlotChart(surface, state, results.gridFrequencies);
     ShowLargeReadout(surface, state, results.harmonics, screenHeightTwips);
@@ -144,7 +114,7 @@ std::vector<std::string> ReadoutRowTexts(const HarmonicRow& row) {
             returnText + "dB",
             vswrText,
             FormatNumber(r.zMagnitude),
-            FormatNumber(UsualZAngle(r.zAngle))};
+            FormatNumber(UsualZAngle(r))};
 }
 
 void ShowLargeReadout(Surface& surface, const DesignState& state,
@@ -164,60 +134,31 @@ void ShowLargeReadout(Surface& surface, const DesignState& state,
     }
 }
 
-bool NudgeComponent(DesignState& state, Nudge nudge, Reporter& reporter) {
-    const bool capacitor = nudge == Nudge::CapacitorDown || nudge == Nudge::CapacitorUp;
-    const bool up = nudge == Nudge::CapacitorUp || nudge == Nudge::InductorUp;
-    float& part = capacitor ? state.C3 : state.L2;
-    const double changed = up ? part * kNudgeFactor : part / kNudgeFactor;
-    try {
-        part = StoreSingle(changed);
-    } catch (const ArithmeticFault&) {
-        reporter.ShowMessage(std::string(capacitor ? "C3" : "L2") +
-                             " cannot be changed any further; it keeps its value.");
-        return false;
-    }
-    SetupLadder(state);
-    if (nudge == Nudge::InductorUp) RunGuarded(reporter, [&] { SweepRoutine(state, reporter); });
-    return true;
-}
-
 std::string NudgedPartsText(const DesignState& state) {
     return "C3 (CL): " + FormatFarad(state.C3) + "\nL2 (LL): " + FormatHenry(state.L2);
 }
 
-std::optional<float> CursorFrequency(const LargePlotResults& results, float logicalX) {
+std::optional<float> CursorFrequency(const SweepTable& sweep, float logicalX) {
     const PlotArea& area = kLargePlotFrame.area;
     if (!(logicalX >= area.left && logicalX <= area.right)) return std::nullopt;
-    if (!(results.sweepStart > 0) || !(results.sweepStop > results.sweepStart)) return std::nullopt;
-    const double logStart = std::log(static_cast<double>(results.sweepStart));
-    const double logStop = std::log(static_cast<double>(results.sweepStop));
+    if (!(sweep.start > 0) || !(sweep.stop > sweep.start)) return std::nullopt;
+    const double logStart = std::log(static_cast<double>(sweep.start));
+    const double logStop = std::log(static_cast<double>(sweep.stop));
     const double fraction = (logicalX - area.left) / area.width();
     return static_cast<float>(std::exp(logStart + fraction * (logStop - logStart)));
 }
 
-std::string CursorReadoutText(const LargePlotResults& results, float logicalX) {
-    const auto frequency = CursorFrequency(results, logicalX);
-    if (!frequency || results.sweep.size() == 0) return {};
-    const SweepCopy& s = results.sweep;
+std::string CursorReadoutText(const SweepTable& s, const OverlayCurves& overlays,
+                              float logicalX) {
+    const auto frequency = CursorFrequency(s, logicalX);
+    if (!frequency || s.size() == 0) return {};
     const std::size_t i = NearestIndex(s.frequency, *frequency);
-    return HertzText(*frequency) + "\nTransmission: " + Rounded(s.transmission[i], 2) +
-           " dB\nReturn loss re " + OhmsText(results.referenceOhms) + ": " +
-           Rounded(0.0 - s.returnDb[i], 2) + " dB\nVSWR: " + Rounded(s.vswr[i], 3) +
-           "\n|Zin|: " + OhmsText(s.zMagnitude[i]) +
-           "\nZ angle: " + Rounded(UsualZAngle(s.zAngle[i]), 1) + "\u00B0" +
-           OverlayLine("S21", results.overlays[0], *frequency) +
-           OverlayLine("S11", results.overlays[1], *frequency);
-}
-
-void BuildSweepCsv(const LargePlotResults& results, FileText& text) {
-    const std::string reference = PlainText(results.referenceOhms);
-    text.Line({"Frequency (Hz),Transmission (dB),Phase (deg),Return re ", reference,
-               " ohms (dB),VSWR re ", reference, " ohms,|Zin| (ohms),Z angle (deg)"});
-    const SweepCopy& s = results.sweep;
-    for (std::size_t i = 0; i < s.size(); ++i)
-        text.Line({PlainText(s.frequency[i]), ",", PlainText(s.transmission[i]), ",",
-                   PlainText(s.phase[i]), ",", PlainText(s.returnDb[i]), ",", PlainText(s.vswr[i]),
-                   ",", PlainText(s.zMagnitude[i]), ",", PlainText(UsualZAngle(s.zAngle[i]))});
+    // Every figure with the plot's own sign: return loss negative, as its scale and the overlay.
+    return HertzText(*frequency) + "\nTransmission: " + Rounded(s.transmissionDb[i], 2) +
+           " dB\nReturn loss re " + OhmsText(s.referenceOhms) + ": " + Rounded(s.returnDb[i], 2) +
+           " dB\nVSWR: " + Rounded(s.vswr[i], 3) + "\n|Zin|: " + OhmsText(s.zMagnitude[i]) +
+           "\nZ angle: " + Rounded(s.zAngleDeg[i], 1) + "\u00B0" +
+           OverlayLine("S21", overlays[0], *frequency) + OverlayLine("S11", overlays[1], *frequency);
 }
 
 }  // namespace varo

@@ -161,7 +161,8 @@ TEST(CliDesign, WritesEveryRequestedFileAndReadsTheSessionBack) {
     EXPECT_EQ(ReadBytes(folder.File("net.asc")).rfind("Version 4\r\nSHEET 1  1000 \r\n", 0), 0u);
     EXPECT_EQ(ReadBytes(folder.File("net.kvf")).rfind("Quarn circuit file by VARO\r\n", 0), 0u);
     const std::string csv = ReadBytes(folder.File("sweep.csv"));
-    EXPECT_EQ(csv.rfind("frequency,transmission,phase,return,vswr,zMagnitude,zAngle\n", 0), 0u);
+    EXPECT_EQ(csv.rfind("Frequency (Hz),Transmission (dB),Phase (deg),Return re 2000 ohms (dB),", 0),
+              0u);
     EXPECT_EQ(std::count(csv.begin(), csv.end(), '\n'), 2002);
     EXPECT_EQ(ReadBytes(folder.File("Data.S21")).rfind(" 1950000 ", 0), 0u);
     EXPECT_EQ(ReadBytes(folder.File("net.cir")).rfind("* VARO pi-L network: ", 0), 0u);

@@ -6,7 +6,6 @@
 
 #include "platform/field_form.h"
 #include "model/design_form.h"
-#include "model/design_results.h"
 
 namespace varo::test {
 
@@ -21,13 +20,6 @@ class RecordingDesignForm : public TextFields<DesignForm> {
 
     std::vector<std::string> log;
     int acceptOffers = 0;
-};
-
-// Keeps every results value the logic shows.
-class KeptResults : public DesignView {
-  public:
-    void ShowResults(const DesignResults& results) override { shown.push_back(results); }
-    std::vector<DesignResults> shown;
 };
 
 }  // namespace varo::test

@@ -19,7 +19,6 @@
 #include "model/pictures/report_pages.h"
 #include "platform/qt/screen_helpers.h"
 #include "platform/qt/surface_widget.h"
-#include "model/design_inputs.h"
 #include "model/pictures/design_picture.h"
 #include "screens/design/qt/up_down.h"
 #include "session/program_text.h"
@@ -98,17 +97,11 @@ int SpinPosition(double value, int maximum) {
     return static_cast<int>(std::lround(std::clamp(value, 1.0, static_cast<double>(maximum))));
 }
 
-// The report's own recalculation: what could go wrong there has just been reported.
-class SilentReporter final : public Reporter {
-  public:
-    void ShowMessage(std::string_view, std::string_view, MessageIcon) override {}
-};
-
 }  // namespace
 
-FrmDesign::FrmDesign(DesignState& state, Dialogs& dialogs, DesignSession& session, QWidget* parent)
+FrmDesign::FrmDesign(Design& design, Dialogs& dialogs, DesignSession& session, QWidget* parent)
     : QWidget(parent),
-      state_(state),
+      design_(design),
       dialogs_(dialogs),
       session_(session),
       reporter_(dialogs, *this) {
@@ -172,6 +165,7 @@ void FrmDesign::BuildLossEntries() {
     lossQ_.capacitor = settings.value(kCapacitorQKey, lossQ_.capacitor).toDouble();
     if (!(lossQ_.coil > 0)) lossQ_.coil = TankQ{}.coil;
     if (!(lossQ_.capacitor > 0)) lossQ_.capacitor = TankQ{}.capacitor;
+    design_.SetLossQ(lossQ_);
     const float bottom = kLossEntriesY + kLossEntryHeight;
     const auto addQEntry = [&](const char* labelName, const char* caption, const char* entryName,
                                float left, float entryLeft, double value) {
@@ -373,14 +367,15 @@ void FrmDesign::SetTabOrder() {
 
 // ---- Routing ------------------------------------------------------------------------------
 
-void FrmDesign::RunAction(const std::function<void()>& action) {
+void FrmDesign::RunAction(const std::function<bool()>& action) {
     if (actionRunning_) return;
     const QScopedValueRollback<bool> running(actionRunning_, true);
-    action();
+    if (action()) SetPending(false);
+    ShowResults();
     ShowSpinnerPositions();
 }
 
-void FrmDesign::RunAfterEdit(const std::function<void()>& action) {
+void FrmDesign::RunAfterEdit(const std::function<bool()>& action) {
     QTimer::singleShot(0, this, [this, action] { RunAction(action); });
 }
 
@@ -391,7 +386,7 @@ void FrmDesign::ConnectEntries() {
         // User typing only: the logic rewrites these fields itself while validating.
         connect(Entry(field), &QLineEdit::textEdited, this, [this, field] {
             MarkEdited(Entry(field));
-            OnDesignEntryEdited(*this);
+            EnableAccept();
         });
     }
     for (DesignField field :
@@ -400,94 +395,90 @@ void FrmDesign::ConnectEntries() {
         connect(Entry(field), &QLineEdit::returnPressed, accept, &QPushButton::click);
     }
     connect(Entry(DesignField::GeneratorOhms), &QLineEdit::textEdited, this, [this] {
-        RunAfterEdit(
-            [this] { OnGeneratorResistanceChanged(state_, *this, dialogs_, reporter_, *this); });
+        RunAfterEdit([this] {
+            design_.GeneratorResistanceEntered(*this, dialogs_, reporter_);
+            return true;
+        });
     });
     connect(Entry(DesignField::IntermediateSpinEntry), &QLineEdit::textEdited, this, [this] {
-        RunAfterEdit(
-            [this] { OnIntermediateSpinTextChanged(state_, *this, dialogs_, reporter_, *this); });
+        RunAfterEdit([this] {
+            design_.IntermediateSpun(*this, dialogs_, reporter_);
+            return true;
+        });
     });
     connect(upDownIntermediate_, &UpDown::valueChanged, this, [this](int value) {
         RunAction([this, value] {
             SetText(DesignField::IntermediateSpinEntry, PlainText(static_cast<float>(value)));
-            OnIntermediateSpinTextChanged(state_, *this, dialogs_, reporter_, *this);
+            design_.IntermediateSpun(*this, dialogs_, reporter_);
+            return true;
         });
     });
     connect(upDownGenerator_, &UpDown::valueChanged, this, [this](int position) {
         RunAction([this, position] {
-            OnGeneratorSpinChanged(state_, *this, dialogs_, reporter_, *this, position);
+            design_.GeneratorSpun(*this, dialogs_, reporter_, position);
+            return true;
         });
     });
 }
 
 void FrmDesign::ConnectCommands() {
-    const auto onClick = [this](const char* name, std::function<void()> action) {
+    // `tookEntriesIn`: the action validates, so the typed entries are in use afterwards.
+    const auto onClick = [this](const char* name, bool tookEntriesIn,
+                                std::function<void()> action) {
         connect(findChild<QPushButton*>(name), &QPushButton::clicked, this,
-                [this, action] { RunAction(action); });
+                [this, action, tookEntriesIn] {
+                    RunAction([action, tookEntriesIn] {
+                        action();
+                        return tookEntriesIn;
+                    });
+                });
     };
-    // Actions that validate take the typed entries in, as Accept does.
-    const auto onValidatingClick = [this, onClick](const char* name, std::function<void()> action) {
-        onClick(name, [this, action] {
-            action();
-            SetPending(false);
-        });
-    };
-    onClick("cmdDesign", [this] { AcceptDesign(state_, *this, dialogs_, reporter_, *this); });
+    onClick("cmdDesign", true, [this] { design_.Accept(*this, dialogs_, reporter_); });
     const std::array<std::pair<const char*, Adjustment>, 4> adjusters = {
         {{"cmdQminus", Adjustment::QMinus},
          {"cmdQplus", Adjustment::QPlus},
          {"cmdIntermediateMinus", Adjustment::IntermediateMinus},
          {"cmdIntermediatePlus", Adjustment::IntermediatePlus}}};
-    for (const auto& [name, which] : adjusters) {
-        onClick(name, [this, which = which] {
-            AdjustDesign(state_, *this, dialogs_, reporter_, *this, which);
-        });
-    }
-    onClick("cmdPlot", [this] {
+    for (const auto& [name, which] : adjusters)
+        onClick(name, true,
+                [this, which = which] { design_.Adjust(*this, dialogs_, reporter_, which); });
+    onClick("cmdPlot", false, [this] {
         LeaveFor(&FrmDesign::requestPlot,
                  "The large plot screen is not yet available in this version.");
     });
-    onClick("cmdInductor", [this] {
+    onClick("cmdInductor", false, [this] {
         LeaveFor(&FrmDesign::requestInductor,
                  "The inductor designer is not yet available in this version.");
     });
-    onClick("cmdLoadHelp", [this] {
+    onClick("cmdLoadHelp", false, [this] {
         LeaveFor(&FrmDesign::requestLoadHelp,
                  "The plate-load helper is not yet available in this version.");
     });
-    onValidatingClick("cmdPrint", [this] {
-        PrintDesign(state_, *this, dialogs_, reporter_, [this] { PrintReport(); });
+    onClick("cmdPrint", true, [this] { PrintDesign(design_, *this, dialogs_, reporter_); });
+    // Only a chosen file name reads the entries in; a cancelled dialog leaves them marked.
+    connect(findChild<QPushButton*>("cmdQuarn"), &QPushButton::clicked, this, [this] {
+        RunAction([this] {
+            return ExportQuarn(design_, *this, dialogs_, reporter_, session_) !=
+                   FileOutcome::Cancelled;
+        });
     });
-    onValidatingClick("cmdQuarn",
-                      [this] { ExportQuarn(state_, *this, dialogs_, reporter_, session_); });
-    onClick("cmdSpice", [this] { ExportLTspice(state_, dialogs_, reporter_, session_); });
-    onClick("cmdSpiceNetlist",
-            [this] { ExportSpiceNetlist(state_, dialogs_, reporter_, session_); });
-    onClick("cmdHelp", [this] { ShowAbout(); });
-    onClick("cmdExit", [this] {
-        SaveSessionOnExit(state_, *this, dialogs_, reporter_, session_);
+    onClick("cmdSpice", false, [this] { ExportLTspice(design_, dialogs_, reporter_, session_); });
+    onClick("cmdSpiceNetlist", false,
+            [this] { ExportSpiceNetlist(design_, dialogs_, reporter_, session_); });
+    onClick("cmdHelp", false, [this] { ShowAbout(); });
+    onClick("cmdExit", true, [this] {
+        SaveSessionOnExit(design_, *this, dialogs_, reporter_, session_);
         emit requestExit();
     });
 }
 
 void FrmDesign::LeaveFor(void (FrmDesign::*request)(), const char* notYetAvailable) {
-    PrepareToLeaveDesign(state_, reporter_);
+    design_.RecomputeNetwork(reporter_);
     if (isSignalConnected(QMetaMethod::fromSignal(request))) {
         emit(this->*request)();
     } else {
         dialogs_.ShowMessage(notYetAvailable);
     }
-}
-
-void FrmDesign::PrintReport() {
-    // The report shows the design as validated just now, sweep and harmonics included; a fault
-    // on the way has been reported by the recomputation before.
-    SilentReporter silent;
-    DesignResults results;
-    CalculateDesign(state_, silent, results);
-    results.losses = TankLossesOf(state_, lossQ_);
-    ShowResults(results);
-    PrintDesignReport(state_, results, dialogs_);
 }
 
 void FrmDesign::ShowAbout() {
@@ -525,8 +516,8 @@ void FrmDesign::OnLossQEdited(QLineEdit* entry, double TankQ::*which, const char
         QSettings(kSettingsOwner, kSettingsProgram).setValue(settingsKey, value);
     }
     entry->setText(FromText(PlainText(lossQ_.*which)).trimmed());
-    results_.losses = TankLossesOf(state_, lossQ_);
-    ShowResults(results_);
+    design_.SetLossQ(lossQ_);
+    ShowResults();
 }
 
 void FrmDesign::showEvent(QShowEvent* event) {
@@ -537,15 +528,15 @@ void FrmDesign::showEvent(QShowEvent* event) {
 }
 
 void FrmDesign::LoadScreen() {
-    RunAction([this] { LoadDesignScreen(state_, *this, reporter_, *this); });
+    RunAction([this] { return design_.Load(*this, reporter_); });
 }
 
 void FrmDesign::ShowSpinnerPositions() {
-    upDownIntermediate_->setValue(SpinPosition(state_.intermediateR, kIntermediateSpinMaximum));
+    upDownIntermediate_->setValue(SpinPosition(design_.state().intermediateR, kIntermediateSpinMaximum));
     SetText(DesignField::IntermediateSpinEntry,
             PlainText(static_cast<float>(upDownIntermediate_->value())));
     upDownGenerator_->setValue(SpinPosition(
-        static_cast<double>(state_.genMultiplier) * kGeneratorStepsPerUnit, kGeneratorSpinMaximum));
+        static_cast<double>(design_.state().genMultiplier) * kGeneratorStepsPerUnit, kGeneratorSpinMaximum));
 }
 
 // ---- DesignForm ---------------------------------------------------------------------------
@@ -562,12 +553,11 @@ void FrmDesign::EnableAccept() {
     findChild<QPushButton*>("cmdDesign")->setEnabled(true);
 }
 
-// ---- DesignView ---------------------------------------------------------------------------
+// ---- Results ------------------------------------------------------------------------------
 
-void FrmDesign::ShowResults(const DesignResults& results) {
-    results_ = results;
-    SetPending(false);
-    DrawDesignScreen(background_->surface(), state_, results);
+void FrmDesign::ShowResults() {
+    const DesignResults& results = design_.results();
+    DrawDesignScreen(background_->surface(), design_.state(), results);
     background_->update();
     phaseLabel_->setText(FromText(PhaseReadout(results)));
 }

@@ -8,13 +8,12 @@
 #include <string>
 #include <string_view>
 
-#include "core/design_state.h"
+#include "model/design.h"
 #include "platform/dialogs.h"
 #include "platform/surface.h"
 #include "screens/design/design_actions.h"
 #include "model/design_form.h"
 #include "model/design_reporter.h"
-#include "model/design_results.h"
 
 class QLabel;
 class QLineEdit;
@@ -29,11 +28,11 @@ class UpDown;
 // The design screen: entries, adjust buttons and the actions in the left column and along the
 // bottom, drawn over one surface that holds the schematic, the stresses and the small plot.
 // Every action runs the design logic's fixed sequences; this class only routes and shows.
-class FrmDesign : public QWidget, public DesignForm, public DesignView {
+class FrmDesign : public QWidget, public DesignForm {
     Q_OBJECT
 
   public:
-    FrmDesign(DesignState& state, Dialogs& dialogs, DesignSession& session,
+    FrmDesign(Design& design, Dialogs& dialogs, DesignSession& session,
               QWidget* parent = nullptr);
 
     // Fills the entries from the design and shows what the screen works out on load. Runs each
@@ -48,9 +47,8 @@ class FrmDesign : public QWidget, public DesignForm, public DesignView {
     void SetText(DesignField field, std::string_view text) override;
     void EnableAccept() override;
 
-    // DesignView
-    void ShowResults(const DesignResults& results) override;
-    std::optional<TankQ> LossQ() const override { return lossQ_; }
+    // Draws what the design's last operation settled.
+    void ShowResults();
 
     // Edited design entries not yet taken into the design.
     bool HasPendingEdits() const { return pending_; }
@@ -83,12 +81,13 @@ class FrmDesign : public QWidget, public DesignForm, public DesignView {
     UpDown* AddUpDown(const char* name, const QString& spokenName, const QRectF& at, int minimum,
                       int maximum);
 
-    // Runs one action of the screen to its end. An action's message boxes run an event loop of
+    // Runs one action of the screen to its end, then shows what it settled; an action that
+    // returns true took the typed entries in. An action's message boxes run an event loop of
     // their own, in which only assistive technology can still reach this (blocked) screen: what
     // it asks for meanwhile is dropped, as a mouse click on a blocked window would be.
-    void RunAction(const std::function<void()>& action);
+    void RunAction(const std::function<bool()>& action);
     // The same for an entry's edit: it runs once the entry has finished handling the edit.
-    void RunAfterEdit(const std::function<void()>& action);
+    void RunAfterEdit(const std::function<bool()>& action);
     // Spinner positions follow the design after every action.
     void ShowSpinnerPositions();
     // Buttons whose screens are not part of this version yet say so, unless the program
@@ -100,12 +99,11 @@ class FrmDesign : public QWidget, public DesignForm, public DesignView {
     // A Q entry was left: a value above 0 is kept (also for the next run) and the losses are
     // worked out again; anything else puts the entry back.
     void OnLossQEdited(QLineEdit* entry, double TankQ::*which, const char* settingsKey);
-    void PrintReport();
     void ShowAbout();
 
     QLineEdit* Entry(DesignField field) const { return entries_.at(field); }
 
-    DesignState& state_;
+    Design& design_;
     Dialogs& dialogs_;
     DesignSession& session_;
     DesignReporter reporter_;
@@ -117,7 +115,6 @@ class FrmDesign : public QWidget, public DesignForm, public DesignView {
     QLineEdit* coilQEntry_ = nullptr;
     QLineEdit* capacitorQEntry_ = nullptr;
     TankQ lossQ_;
-    DesignResults results_;
     bool actionRunning_ = false;
     bool pending_ = false;
 };

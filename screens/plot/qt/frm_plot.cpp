@@ -10,6 +10,7 @@
 #include <QVBoxLayout>
 #include <memory>
 
+#include "export/sweep_csv.h"
 #include "export/touchstone.h"
 #include "platform/qt/screen_helpers.h"
 #include "platform/qt/surface_widget.h"
@@ -85,10 +86,10 @@ QString ColourStyle(Colour colour) {
 
 }  // namespace
 
-FrmPlot::FrmPlot(DesignState& state, Dialogs& dialogs, std::function<void()> returnToDesign,
+FrmPlot::FrmPlot(Design& design, Dialogs& dialogs, std::function<void()> returnToDesign,
                  QWidget* parent)
     : QWidget(parent),
-      state_(state),
+      design_(design),
       dialogs_(dialogs),
       reporter_(dialogs),
       returnToDesign_(std::move(returnToDesign)) {
@@ -102,7 +103,7 @@ FrmPlot::FrmPlot(DesignState& state, Dialogs& dialogs, std::function<void()> ret
     ConnectCommands();
     setMinimumSize(600, 450);
     FitToScreen(*this, QSize(1200, 900));
-    summary_->setText(FromText(LargePlotSummary(state_)));
+    summary_->setText(FromText(LargePlotSummary(design_.state())));
     RedrawLargePlot();
 }
 
@@ -191,7 +192,7 @@ void FrmPlot::ConnectCommands() {
                                                     {"cmdLLup", Nudge::InductorUp}};
     for (const auto& [name, nudge] : nudges)
         OnClick(name, [this, nudge = nudge] { NudgeAndRedraw(nudge); });
-    OnClick("cmdSave", [this] { WriteOverlayFiles(state_, CurrentDirectory(), dialogs_); });
+    OnClick("cmdSave", [this] { WriteOverlayFiles(design_.state(), CurrentDirectory(), dialogs_); });
     OnClick("cmdGet", [this] { GetOverlays(); });
     OnClick("cmdExportPlot", [this] { ExportPicture(); });
     OnClick("cmdExportCsv", [this] { ExportSweep(); });
@@ -218,27 +219,29 @@ float FrmPlot::ScreenHeightTwips() const {
 void FrmPlot::RedrawLargePlot() {
     Surface& surface = background_->surface();
     surface.Clear();
-    results_ = ComputeLargePlot(state_, reporter_);
-    DrawLargePlot(surface, state_, results_, ScreenHeightTwips());
-    parts_->setText(FromText(NudgedPartsText(state_)));
+    design_.SweepAsLaidOut(reporter_);
+    overlays_ = {};
+    DrawLargePlot(surface, design_.state(), design_.results(), ScreenHeightTwips());
+    parts_->setText(FromText(NudgedPartsText(design_.state())));
     cursorLayer_->ShowLineAt(std::nullopt);
     cursorReadout_->clear();
     background_->update();
 }
 
 void FrmPlot::NudgeAndRedraw(Nudge nudge) {
-    if (NudgeComponent(state_, nudge, reporter_)) RedrawLargePlot();
+    if (design_.NudgePart(nudge, reporter_)) RedrawLargePlot();
 }
 
 void FrmPlot::GetOverlays() {
     ReadOverlayFiles(
-        state_, overlay_, CurrentDirectory(), dialogs_,
+        design_.state(), overlay_, CurrentDirectory(), dialogs_,
         [this](std::int16_t last, float topDb, float floorDb, std::int16_t curve) {
-            DrawOverlay(background_->surface(), kLargePlotFrame, state_, overlay_.overlayValue,
+            const DesignState& state = design_.state();
+            DrawOverlay(background_->surface(), kLargePlotFrame, state, overlay_.overlayValue,
                         last, topDb, floorDb, curve);
             const auto count = static_cast<std::size_t>(last + 1);
-            results_.overlays.at(static_cast<std::size_t>(curve)) = OverlayCurve{
-                {state_.sweepFrequency.begin(), state_.sweepFrequency.begin() + count},
+            overlays_.at(static_cast<std::size_t>(curve)) = OverlayCurve{
+                {state.sweepFrequency.begin(), state.sweepFrequency.begin() + count},
                 {overlay_.overlayValue.begin(), overlay_.overlayValue.begin() + count}};
             background_->update();
         });
@@ -247,26 +250,26 @@ void FrmPlot::GetOverlays() {
 void FrmPlot::ExportPicture() {
     const auto path = dialogs_.AskSaveFileName(PictureSaveRequest());
     if (!path) return;
-    WritePictureFile(PictureForExport(surface(), LargePlotSummary(state_)), *path, dialogs_);
+    WritePictureFile(PictureForExport(surface(), LargePlotSummary(design_.state())), *path, dialogs_);
 }
 
 void FrmPlot::ExportSweep() {
     const auto path = dialogs_.AskSaveFileName(CsvSaveRequest());
-    if (path) WriteSweepCsvFile(results_, *path, dialogs_);
+    if (path) WriteSweepCsvFile(design_.results().sweep, *path, dialogs_);
 }
 
 void FrmPlot::ExportTouchstone() {
     const auto path = dialogs_.AskSaveFileName(TouchstoneSaveRequest());
     if (!path) return;
     // At the swept frequencies, not at those an overlay file left in the shared sweep.
-    auto design = std::make_unique<DesignState>(state_);
-    std::copy(results_.sweep.frequency.begin(), results_.sweep.frequency.end(),
-              design->sweepFrequency.begin());
+    const SweepTable& sweep = design_.results().sweep;
+    auto design = std::make_unique<DesignState>(design_.state());
+    std::copy(sweep.frequency.begin(), sweep.frequency.end(), design->sweepFrequency.begin());
     WriteTouchstoneFile(*design, *path, dialogs_);
 }
 
 void FrmPlot::MoveCursorTo(float logicalX) {
-    const std::string text = CursorReadoutText(results_, logicalX);
+    const std::string text = CursorReadoutText(design_.results().sweep, overlays_, logicalX);
     cursorLayer_->ShowLineAt(text.empty() ? std::nullopt : std::optional<float>(logicalX));
     cursorReadout_->setText(FromText(text));
 }

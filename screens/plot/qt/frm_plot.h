@@ -3,7 +3,7 @@
 #include <QWidget>
 #include <functional>
 
-#include "core/design_state.h"
+#include "model/design.h"
 #include "platform/dialogs.h"
 #include "screens/plot/overlay_files.h"
 #include "screens/plot/large_plot_screen.h"
@@ -24,12 +24,14 @@ class FrmPlot : public QWidget {
 
   public:
     // `returnToDesign` is the Return button's way back.
-    FrmPlot(DesignState& state, Dialogs& dialogs, std::function<void()> returnToDesign,
+    FrmPlot(Design& design, Dialogs& dialogs, std::function<void()> returnToDesign,
             QWidget* parent = nullptr);
     ~FrmPlot() override;
 
     const Surface& surface() const;
-    const LargePlotResults& results() const { return results_; }
+    const DesignResults& results() const { return design_.results(); }
+    // The saved curves drawn since the last redraw.
+    const OverlayCurves& overlays() const { return overlays_; }
 
     // The cursor at a logical X of the picture, as a mouse over the plot puts it there.
     void MoveCursorTo(float logicalX);
@@ -55,12 +57,12 @@ class FrmPlot : public QWidget {
     void ExportTouchstone();
     float ScreenHeightTwips() const;
 
-    DesignState& state_;
+    Design& design_;
     Dialogs& dialogs_;
     DialogReporter reporter_;
     std::function<void()> returnToDesign_;
     OverlayData overlay_;
-    LargePlotResults results_;
+    OverlayCurves overlays_;
     SurfaceWidget* background_ = nullptr;
     PlotCursorLayer* cursorLayer_ = nullptr;
     QLabel* summary_ = nullptr;

@@ -17,7 +17,6 @@ namespace {
 
 constexpr std::string_view kWrongExtension = "A picture file name ends in .png or .svg";
 constexpr std::string_view kPictureFailed = "We could not export the plot";
-constexpr std::string_view kCsvFailed = "We could not export the sweep";
 
 bool EndsWithNoCase(const std::string& path, const char* ending) {
     return QString::fromStdString(path).endsWith(QLatin1String(ending), Qt::CaseInsensitive);
@@ -71,14 +70,6 @@ SaveDialogRequest PictureSaveRequest() {
                              .overwritePrompt = true};
 }
 
-SaveDialogRequest CsvSaveRequest() {
-    return SaveDialogRequest{.title = "VARO - export the sweep",
-                             .filter = "CSV files (*.csv)|*.csv",
-                             .filterIndex = 1,
-                             .proposedName = "Sweep.csv",
-                             .overwritePrompt = true};
-}
-
 bool WritePictureFile(const Surface& picture, const std::string& path, Dialogs& dialogs) {
     const QSize size(1600, 1200);
     QByteArray bytes;
@@ -96,11 +87,6 @@ bool WritePictureFile(const Surface& picture, const std::string& path, Dialogs& 
     if (!failure) return true;
     dialogs.ShowFailure(kPictureFailed, *failure);
     return false;
-}
-
-bool WriteSweepCsvFile(const LargePlotResults& results, const std::string& path, Dialogs& dialogs) {
-    return WriteOrReport(
-        path, [&](FileText& text) { BuildSweepCsv(results, text); }, dialogs, kCsvFailed);
 }
 
 }  // namespace varo

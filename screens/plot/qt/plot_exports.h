@@ -6,7 +6,6 @@
 
 #include "platform/dialogs.h"
 #include "platform/surface.h"
-#include "screens/plot/large_plot_screen.h"
 
 namespace varo {
 
@@ -19,15 +18,11 @@ Surface PictureForExport(const Surface& screen, const std::string& summary);
 QByteArray PngBytes(const Surface& picture, QSize size);
 QByteArray SvgBytes(const Surface& picture, QSize size);
 
-// Save dialogs of the exports, each asking before it replaces a file.
+// The save dialog of the picture export, asking before it replaces a file.
 SaveDialogRequest PictureSaveRequest();
-SaveDialogRequest CsvSaveRequest();
 
 // Writes the picture as PNG or SVG, as the name's extension says, whole or not at all. Reports
 // a wrong extension or a failure; returns whether the file was written.
 bool WritePictureFile(const Surface& picture, const std::string& path, Dialogs& dialogs);
-
-// Writes the sweep as CSV, whole or not at all; reports a failure.
-bool WriteSweepCsvFile(const LargePlotResults& results, const std::string& path, Dialogs& dialogs);
 
 }  // namespace varo

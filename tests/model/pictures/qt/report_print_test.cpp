@@ -11,6 +11,8 @@
 
 #include "core/design_fixture.h"
 #include "core/numtext.h"
+#include "model/design.h"
+#include "model/pictures/design_picture.h"
 #include "model/pictures/page_parts.h"
 #include "model/pictures/report_pages.h"
 #include "support/pdf_reading.h"
@@ -32,11 +34,20 @@ class ReportTest : public ::testing::Test {
         test::SetDesign(*state, test::kReferenceDesign);
         state->peakSwing = 2500;
         state->rfPower = 1000;
-        RecordingReporter reporter;
-        ASSERT_TRUE(CalculateDesign(*state, reporter, results));
+        ASSERT_TRUE(design.Load(form, reporter));
     }
-    std::unique_ptr<DesignState> state = std::make_unique<DesignState>();
-    DesignResults results;
+    // Whether the report's text layer holds `text` as one of its texts.
+    bool Shows(const std::string& text) {
+        const PrintDocument document = DesignReportDocument(*state, results, "1/2/2026");
+        const auto& texts = document.pages.at(0).placements.at(0).drawing.ops();
+        return std::any_of(texts.begin(), texts.end(),
+                           [&](const DrawOp& op) { return op.text == text; });
+    }
+    Design design;
+    DesignState* state = &design.state();
+    const DesignResults& results = design.results();
+    TextFields<DesignForm> form;
+    RecordingReporter reporter;
     TempFolder folder;
 };
 
@@ -55,16 +66,32 @@ TEST_F(ReportTest, DesignReportPdfHoldsValuesStressesAndFooterOnOnePage) {
         EXPECT_NE(text.find(part), std::string::npos) << part << " not in " << text;
 }
 
+// A nudge on the large plot stays in the design until the next recalculation: the report
+// shows the nudged part and the stresses it brings.
 TEST_F(ReportTest, ReportShowsTheValuesTheDesignHoldsAfterANudge) {
-    state->C3 *= 1.1f;
-    const PrintDocument document = DesignReportDocument(*state, results, "1/2/2026");
-    const auto& texts = document.pages.at(0).placements.at(0).drawing.ops();
-    const auto shows = [&](const std::string& text) {
-        return std::any_of(texts.begin(), texts.end(),
-                           [&](const DrawOp& op) { return op.text == text; });
-    };
-    EXPECT_TRUE(shows(FormatFarad(state->C3)));
-    EXPECT_FALSE(shows(FormatFarad(results.components.C3)));
+    const float before = state->C3;
+    const std::vector<StressText> stressesBefore = results.stresses.texts;
+    ASSERT_TRUE(design.NudgePart(Nudge::CapacitorUp, reporter));
+    EXPECT_TRUE(Shows(FormatFarad(state->C3)));
+    EXPECT_FALSE(Shows(FormatFarad(before)));
+    EXPECT_NE(results.stresses.texts, stressesBefore);
+}
+
+// Without an L section its rows stand blank, whatever the state kept of the design before.
+TEST_F(ReportTest, AnAbsentLSectionPrintsNoValues) {
+    const std::string staleReactance = WithUnit(state->xL2, "ohms");
+    ASSERT_TRUE(Shows(staleReactance));
+    form.SetText(DesignField::Intermediate, "50");
+    for (DesignField field : {DesignField::Frequency, DesignField::Plate, DesignField::NominalLoad,
+                              DesignField::Q})
+        form.SetText(field, field == DesignField::Frequency ? "3.9M"
+                            : field == DesignField::Plate   ? "1500"
+                            : field == DesignField::Q       ? "12"
+                                                            : "50");
+    ScriptedDialogs dialogs;
+    design.Accept(form, dialogs, reporter);
+    EXPECT_FALSE(results.components.lSection.has_value());
+    EXPECT_FALSE(Shows(staleReactance));
 }
 
 TEST_F(ReportTest, SchematicAndPlotAreasAreDrawn) {

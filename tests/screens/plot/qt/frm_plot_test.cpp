@@ -28,9 +28,9 @@ class FrmPlotTest : public ::testing::Test {
   protected:
     void SetUp() override {
         std::filesystem::current_path(folder.str());
-        ASSERT_TRUE(ComponentCalculations(*state, reporter));
-        SetupLadder(*state);
-        form = std::make_unique<FrmPlot>(*state, dialogs, [this] { ++returns; });
+        test::SetDesign(*state, test::kReferenceDesign);
+        ASSERT_TRUE(design.RecomputeNetwork(reporter));
+        form = std::make_unique<FrmPlot>(design, dialogs, [this] { ++returns; });
     }
     void TearDown() override {
         form.reset();
@@ -50,7 +50,8 @@ class FrmPlotTest : public ::testing::Test {
 
     std::filesystem::path startedIn = std::filesystem::current_path();
     testing::TempFolder folder;
-    std::unique_ptr<DesignState> state = test::MakeDesign(test::kReferenceDesign);
+    Design design;
+    DesignState* state = &design.state();
     ScriptedDialogs dialogs;
     DialogReporter reporter{dialogs};
     std::unique_ptr<FrmPlot> form;
@@ -159,7 +160,7 @@ TEST_F(FrmPlotTest, ADecimalCommaLocaleWritesPointsAndReadsThemBack) {
         if (!locale.active()) GTEST_SKIP() << "no locale with a decimal comma is installed";
         Press("cmdSave");
         Press("cmdGet");
-        readInCommaLocale = form->results().overlays[0]->value;
+        readInCommaLocale = form->overlays()[0]->value;
     }
     const std::string s21 = ReadBytes(folder.File("Data.S21"));
     EXPECT_EQ(s21.find(','), std::string::npos);
@@ -167,7 +168,7 @@ TEST_F(FrmPlotTest, ADecimalCommaLocaleWritesPointsAndReadsThemBack) {
     Press("cmdGet");
     EXPECT_TRUE(dialogs.events().empty());
     EXPECT_EQ(readInCommaLocale.size(), 2001u);
-    EXPECT_EQ(form->results().overlays[0]->value, readInCommaLocale);
+    EXPECT_EQ(form->overlays()[0]->value, readInCommaLocale);
 }
 
 TEST_F(FrmPlotTest, ExportsWhatIsShown) {

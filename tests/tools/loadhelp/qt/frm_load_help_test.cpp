@@ -104,8 +104,9 @@ TEST(LoadHelpNavigation, AcceptAndReturnReachTheDesign) {
         Navigator navigator(dialogs, {}, SessionFilePath(folder.str()));
         DesignState* design = nullptr;
         navigator.Register(Destination::LoadHelp, [&design](const ScreenContext& context) {
-            design = &context.state;
-            return new FrmLoadHelp(context.state, context.dialogs, context.returnToDesign);
+            design = &context.design.state();
+            return new FrmLoadHelp(context.design.state(), context.dialogs,
+                                   context.returnToDesign);
         });
         navigator.Start();
         Click(*navigator.currentScreen(), "cmdEnter");

@@ -1,4 +1,4 @@
-#include "model/design_inputs.h"
+#include "model/design.h"
 
 #include <gtest/gtest.h>
 
@@ -9,6 +9,7 @@
 
 #include "core/design_fixture.h"
 #include "core/numtext.h"
+#include "model/design_inputs.h"
 #include "model/design_reporter.h"
 #include "support/design_fakes.h"
 
@@ -34,14 +35,14 @@ const std::string kQMin =
     "The minimum PI-net Q value to be entered is 1.001 and has been changed to that value";
 
 // A start-up design typed into the screen, the previous design's plate load 1500 ohms.
-class DesignInputsTest : public ::testing::Test {
+class DesignTest : public ::testing::Test {
   protected:
-    DesignInputsTest() : reporter(dialogs, form) { Start(1500); }
+    DesignTest() : reporter(dialogs, form) { Start(1500); }
 
     void Start(float previousPlate) {
-        state = DesignState{};
-        state.plateR = previousPlate;
-        state.genMultiplier = 1;
+        design = std::make_unique<Design>();
+        state().plateR = previousPlate;
+        state().genMultiplier = 1;
         dialogs.clear();
         Type({{F::Frequency, "3.9M"},
               {F::Plate, "1500"},
@@ -55,11 +56,13 @@ class DesignInputsTest : public ::testing::Test {
             form.TextFields<DesignForm>::SetText(field, text);
     }
 
-    DesignState state;
+    DesignState& state() { return design->state(); }
+    const DesignResults& results() const { return design->results(); }
+
+    std::unique_ptr<Design> design;
     test::RecordingDesignForm form;
     ScriptedDialogs dialogs;
     DesignReporter reporter;
-    test::KeptResults view;
 };
 
 struct ValidationCase {
@@ -72,7 +75,7 @@ struct ValidationCase {
 };
 
 // Each limit in the order the entries are checked, and the fields rewritten as read.
-TEST_F(DesignInputsTest, ValidationClampsInOrderAndRewritesFields) {
+TEST_F(DesignTest, ValidationClampsInOrderAndRewritesFields) {
     // clang-format off
     const ValidationCase cases[] = {
         {"valid entries are only reformatted", 1500, {{F::Q, " 12.5 "}}, {},
@@ -97,112 +100,139 @@ TEST_F(DesignInputsTest, ValidationClampsInOrderAndRewritesFields) {
     for (const ValidationCase& c : cases) {
         Start(c.previousPlate);
         Type(c.typed);
-        ValidateInputs(state, form, dialogs);
+        ValidateInputs(state(), form, dialogs);
         EXPECT_EQ(dialogs.messages(), c.messages) << c.name;
         for (const auto& [field, text] : c.shown)
             EXPECT_EQ(form.Text(field), text) << c.name << ": " << ControlName(field);
-        const std::array<float, 5> inputs{state.loadR, state.intermediateR, state.plateR,
-                                          state.frequency, state.piQ};
+        const std::array<float, 5> inputs{state().loadR, state().intermediateR, state().plateR,
+                                          state().frequency, state().piQ};
         EXPECT_EQ(inputs, c.inputs) << c.name;
     }
 }
 
-// Every action shows exactly one results value, computed from the recalculated design.
-TEST_F(DesignInputsTest, RecalculationShowsOneCompleteResult) {
-    state.rfPower = 1000;
-    state.peakSwing = 2500;
-    EXPECT_TRUE(RecalculateDesign(state, form, dialogs, reporter, view));
+// Accept settles one complete results value from the recalculated design.
+TEST_F(DesignTest, AcceptSettlesOneCompleteResult) {
+    state().rfPower = 1000;
+    state().peakSwing = 2500;
+    state().genMultiplier = 2;
+    EXPECT_TRUE(design->Accept(form, dialogs, reporter));
     EXPECT_TRUE(dialogs.events().empty());
-    ASSERT_EQ(view.shown.size(), 1u);
-    const DesignResults& results = view.shown[0];
-    EXPECT_EQ(results.components, ComponentValues::Of(state));
-    ASSERT_TRUE(results.phases.has_value());
-    EXPECT_EQ(results.harmonics.size(), 5u);
-    EXPECT_FALSE(results.stresses.texts.empty());
-    EXPECT_FALSE(results.gridFrequencies.empty());
+    EXPECT_EQ(results().components, ComponentValues::Of(state()));
+    EXPECT_EQ(results().inputs, DesignInputs::Of(state()));
+    ASSERT_TRUE(results().phases.has_value());
+    EXPECT_EQ(results().harmonics.size(), 5u);
+    EXPECT_FALSE(results().stresses.texts.empty());
+    EXPECT_FALSE(results().gridFrequencies.empty());
+    EXPECT_EQ(results().sweep.size(), 2001u);
     // The harmonic table's SetupLadder leaves the whole network for the next consumer.
-    EXPECT_EQ(state.elementCount, 4);
+    EXPECT_EQ(state().elementCount, 4);
+    EXPECT_EQ(form.log.back(), "txtRinputMult=3k");
 }
 
-TEST_F(DesignInputsTest, RaisedQFromTheEngineReachesTheQEntry) {
+TEST_F(DesignTest, RaisedQFromTheEngineReachesTheQEntry) {
     Type({{F::Q, "1.5"}});  // too low to match 1500 ohms to 300 ohms
-    EXPECT_FALSE(RecalculateDesign(state, form, dialogs, reporter, view));
+    EXPECT_FALSE(design->Accept(form, dialogs, reporter));
     EXPECT_EQ(dialogs.messages().size(), 1u);
-    EXPECT_EQ(state.piQ, 3.0f);
+    EXPECT_EQ(state().piQ, 3.0f);
     EXPECT_EQ(form.Text(F::Q), " 3");
+}
+
+// After a raised Q, a file action's validation and recomputation change nothing: the results
+// stay those Accept settled, as the screen still shows them.
+TEST_F(DesignTest, RecomputingAnUnchangedDesignKeepsItsResults) {
+    Type({{F::Q, "1.5"}});
+    design->Accept(form, dialogs, reporter);
+    const auto phases = results().phases;
+    const auto stresses = results().stresses.texts;
+    dialogs.clear();
+    EXPECT_TRUE(design->ValidateAndRecompute(form, dialogs, reporter));
+    EXPECT_TRUE(dialogs.messages().empty());
+    ASSERT_EQ(results().phases.has_value(), phases.has_value());
+    if (phases) {
+        EXPECT_EQ(results().phases->piPhase, phases->piPhase);
+    }
+    EXPECT_EQ(results().stresses.texts, stresses);
+}
+
+// An entry typed before a file action moves the design on: the results follow it whole.
+TEST_F(DesignTest, RecomputingAChangedDesignSettlesEverythingAgain) {
+    design->Accept(form, dialogs, reporter);
+    Type({{F::Frequency, "7.1M"}});
+    design->ValidateAndRecompute(form, dialogs, reporter);
+    EXPECT_EQ(results().inputs.frequency, 7.1e6f);
+    EXPECT_EQ(results().components, ComponentValues::Of(state()));
+    EXPECT_EQ(results().harmonics.at(0).frequency, 7.1e6f);
+    EXPECT_EQ(results().sweep.start, 3.55e6f);
+    EXPECT_EQ(state().elementCount, 4);
+}
+
+// Equal intermediate and load resistances leave no L section; the state's stale L2 and C3
+// reactances of the design before never reach the results.
+TEST_F(DesignTest, NoLSectionIsAbsentFromTheResults) {
+    design->Accept(form, dialogs, reporter);
+    ASSERT_TRUE(results().components.lSection.has_value());
+    Type({{F::Intermediate, "50"}});
+    design->Accept(form, dialogs, reporter);
+    EXPECT_NE(state().xL2, 0.0f);
+    EXPECT_FALSE(results().components.lSection.has_value());
 }
 
 // Opening the screen does not validate: a session file holding a load of 0 gets its load
 // message only on Accept. The component calculation reports each time it runs: for the
 // harmonic table drawn first and for the one that ends the small plot.
-TEST_F(DesignInputsTest, LoadShowsTheDesignWithoutValidating) {
+TEST_F(DesignTest, LoadShowsTheDesignWithoutValidating) {
     const struct {
         float loadR;
         std::size_t componentErrors;
         std::size_t harmonics;  // a zero load cannot be analysed
     } cases[] = {{0, 2, 0}, {50, 0, 5}};
     for (const auto& c : cases) {
-        const auto opened = test::MakeDesign({3.9e6f, 1500, 300, c.loadR, 12});
-        dialogs.clear();
-        view.shown.clear();
-        LoadDesignScreen(*opened, form, reporter, view);
+        Start(1500);
+        test::SetDesign(state(), {3.9e6f, 1500, 300, c.loadR, 12});
+        design->Load(form, reporter);
         EXPECT_EQ(dialogs.messages().size(), c.componentErrors) << c.loadR;
         for (const std::string& message : dialogs.messages())
             EXPECT_EQ(message.rfind("We have a ComponentCalculations error.", 0), 0u);
         EXPECT_EQ(form.Text(F::NominalLoad), FormatNumber(c.loadR));
         EXPECT_EQ(form.Text(F::GeneratorOhms), "1.5k");
-        EXPECT_EQ(opened->loadR, c.loadR);
-        ASSERT_EQ(view.shown.size(), 1u);
-        EXPECT_EQ(view.shown[0].harmonics.size(), c.harmonics);
+        EXPECT_EQ(state().loadR, c.loadR);
+        EXPECT_EQ(results().harmonics.size(), c.harmonics);
     }
     // The first view of a good design is complete, curves included.
-    EXPECT_TRUE(view.shown[0].phases.has_value());
+    EXPECT_TRUE(results().phases.has_value());
 }
 
-// 1.005 / 1.01 is below the floor: the floor, without a message.
-TEST_F(DesignInputsTest, QMinusStopsAtTheFloor) {
-    state.plateR = 100;
+// 1.005 / 1.01 is below the floor: the floor, without a message. The second validation lifts
+// an intermediate step below the load straight back, and says so.
+TEST_F(DesignTest, AdjustStepsStopAtTheirLimits) {
+    state().plateR = 100;
     Type({{F::Plate, "100"}, {F::Intermediate, "99"}, {F::Q, "1.005"}});
-    AdjustDesign(state, form, dialogs, reporter, view, Adjustment::QMinus);
+    design->Adjust(form, dialogs, reporter, Adjustment::QMinus);
     EXPECT_TRUE(dialogs.messages().empty());
     EXPECT_EQ(form.Text(F::Q), "1.001 ");
-    EXPECT_EQ(state.piQ, 1.001f);
-    EXPECT_EQ(view.shown.size(), 1u);
-}
+    EXPECT_EQ(state().piQ, 1.001f);
 
-// The second validation lifts a step below the load straight back, and says so.
-TEST_F(DesignInputsTest, IntermediateMinusCannotPassTheLoad) {
+    Start(1500);
     Type({{F::Intermediate, "50"}});
-    AdjustDesign(state, form, dialogs, reporter, view, Adjustment::IntermediateMinus);
+    design->Adjust(form, dialogs, reporter, Adjustment::IntermediateMinus);
     EXPECT_EQ(dialogs.messages(), Messages{kUpward});
     EXPECT_EQ(form.Text(F::Intermediate), " 50");
-    EXPECT_EQ(state.intermediateR, 50.0f);
-    EXPECT_EQ(view.shown.size(), 1u);
+    EXPECT_EQ(state().intermediateR, 50.0f);
 }
 
-TEST_F(DesignInputsTest, GeneratorResistanceOfAtLeastOneMilliohmRecalculates) {
+TEST_F(DesignTest, GeneratorEntriesSetTheMultiplier) {
     Type({{F::GeneratorOhms, "0.0005"}});
-    EXPECT_FALSE(OnGeneratorResistanceChanged(state, form, dialogs, reporter, view));
-    EXPECT_EQ(state.genMultiplier, 1.0f);
-    EXPECT_TRUE(view.shown.empty());
+    EXPECT_FALSE(design->GeneratorResistanceEntered(form, dialogs, reporter));
+    EXPECT_EQ(state().genMultiplier, 1.0f);
 
     Type({{F::GeneratorOhms, "1m"}});
-    EXPECT_TRUE(OnGeneratorResistanceChanged(state, form, dialogs, reporter, view));
-    EXPECT_EQ(state.genMultiplier, static_cast<float>(0.001f / 1500.0));
-    EXPECT_EQ(view.shown.size(), 1u);
-}
+    EXPECT_TRUE(design->GeneratorResistanceEntered(form, dialogs, reporter));
+    EXPECT_EQ(state().genMultiplier, static_cast<float>(0.001f / 1500.0));
 
-TEST_F(DesignInputsTest, GeneratorSpinSetsEntryMultiplierAndResistance) {
-    EXPECT_TRUE(OnGeneratorSpinChanged(state, form, dialogs, reporter, view, 20));
+    EXPECT_TRUE(design->GeneratorSpun(form, dialogs, reporter, 20));
     EXPECT_EQ(form.Text(F::GeneratorSpinEntry), "2");
-    EXPECT_EQ(state.genMultiplier, 0.1f);
+    EXPECT_EQ(state().genMultiplier, 0.1f);
     EXPECT_EQ(form.Text(F::GeneratorOhms), "150 ");
-}
-
-TEST_F(DesignInputsTest, AcceptShowsTheGeneratorResistanceLast) {
-    state.genMultiplier = 2;
-    EXPECT_TRUE(AcceptDesign(state, form, dialogs, reporter, view));
-    EXPECT_EQ(form.log.back(), "txtRinputMult=3k");
 }
 
 }  // namespace

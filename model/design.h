@@ -1,0 +1,79 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+
+#include "core/design_state.h"
+#include "core/reporter.h"
+#include "core/tank_losses.h"
+#include "model/design_form.h"
+#include "model/design_results.h"
+#include "platform/dialogs.h"
+
+namespace varo {
+
+// The 1 % adjust buttons.
+enum class Adjustment { QMinus, QPlus, IntermediateMinus, IntermediatePlus };
+
+// The large plot's buttons that change an L-section part by a factor of 1.03.
+enum class Nudge { CapacitorDown, CapacitorUp, InductorDown, InductorUp };
+
+// The design as a whole: the one DesignState of the run, the fixed sequences the screens and
+// varo-cli run on it, and the results each sequence settled. Screens, report pages, file writers
+// and varo-cli read results(); only the operations here compute. Each operation reports through
+// the reporter and dialogs it is given, in the order the program always has, and returns false
+// when a step faulted; results() then holds what the sequence could settle.
+class Design {
+  public:
+    Design();
+
+    DesignState& state() { return *state_; }
+    const DesignState& state() const { return *state_; }
+    const DesignResults& results() const { return results_; }
+
+    // The coil and capacitor Q the tank's losses are worked out with; none for no losses.
+    void SetLossQ(std::optional<TankQ> q);
+    std::optional<TankQ> lossQ() const { return lossQ_; }
+
+    // The design screen opens: the entries show the design, then what the screen works out on
+    // load, without validating.
+    bool Load(DesignForm& form, Reporter& reporter);
+    // Accept: validate, recalculate, show the generator resistance in its entry.
+    bool Accept(DesignForm& form, Dialogs& dialogs, Reporter& reporter);
+    // An adjust button: validate, step the value, show it, recalculate.
+    bool Adjust(DesignForm& form, Dialogs& dialogs, Reporter& reporter, Adjustment which);
+    // The generator resistance typed: at least 1 mohm sets the multiplier and recalculates; a
+    // smaller value is ignored. Returns whether a recalculation ran.
+    bool GeneratorResistanceEntered(DesignForm& form, Dialogs& dialogs, Reporter& reporter);
+    // The generator spinner moved: 0.1 per step into its entry, multiplier = entry / 20.
+    bool GeneratorSpun(DesignForm& form, Dialogs& dialogs, Reporter& reporter, int position);
+    // The intermediate spinner's entry changed: it becomes the intermediate entry, recalculate.
+    bool IntermediateSpun(DesignForm& form, Dialogs& dialogs, Reporter& reporter);
+
+    // ComponentCalculations and SetupLadder, as before a file is written or another screen
+    // opens. Where that changed the design, the rest of the results follow in silence, so that
+    // every view describes the design as it now is.
+    bool RecomputeNetwork(Reporter& reporter);
+    // ValidateInputs first: Print, Write Quarn, Exit.
+    bool ValidateAndRecompute(DesignForm& form, Dialogs& dialogs, Reporter& reporter);
+
+    // The large plot's redraw: the grid, a sweep and the readout's analyses of the ladder as it
+    // stands (nudged parts kept).
+    bool SweepAsLaidOut(Reporter& reporter);
+    // Changes C3 or L2 and lays the ladder out again; the inductor's up button also sweeps. A
+    // value that would leave the single-precision range is reported and kept. Returns whether
+    // the part changed; the caller then redraws with SweepAsLaidOut.
+    bool NudgePart(Nudge nudge, Reporter& reporter);
+
+  private:
+    bool Recalculate(DesignForm& form, Dialogs& dialogs, Reporter& reporter);
+    void Settle(DesignResults results);
+    void SettleRest();
+    void SettleLosses();
+
+    std::unique_ptr<DesignState> state_;
+    DesignResults results_;
+    std::optional<TankQ> lossQ_;
+};
+
+}  // namespace varo
