@@ -69,9 +69,8 @@ class ListNumberReader {
 
     // The end of the file ends the last item.
     OverlayReadError Finish() {
-        const OverlayReadError error = EndItem();
-        if (error != OverlayReadError::None) return error;
-        return numbers_.empty() ? OverlayReadError::Empty : OverlayReadError::None;
+        // An empty file is read as no pairs at all: its curve draws nothing, without a word.
+        return EndItem();
     }
 
     const std::vector<float>& numbers() const { return numbers_; }
@@ -170,9 +169,6 @@ std::string OverlayReadErrorText(std::string_view fileName, OverlayReadError err
             return {};
         case OverlayReadError::Unreadable:
             problem = " could not be read";
-            break;
-        case OverlayReadError::Empty:
-            problem = " holds no numbers";
             break;
         case OverlayReadError::TooLarge:
             problem = " is larger than any overlay file (over 1 MiB)";

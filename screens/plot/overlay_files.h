@@ -32,7 +32,6 @@ bool WriteOverlayFiles(const DesignState& state, const std::string& folder, Dial
 enum class OverlayReadError {
     None,
     Unreadable,  // missing, unreadable, or no regular file (a pipe, a device)
-    Empty,
     TooLarge,
     NotANumber,
     OutOfRange,  // beyond the single-precision range, either way
@@ -51,7 +50,8 @@ struct OverlayReadResult {
 // frequency and value, after a UTF-8 byte-order mark if there is one. Only a file that is wholly
 // usable is taken: then its frequencies go into sweepFrequency[0..n], its values into
 // overlayValue[0..n], and overlayLastIndex becomes n. A rejected file changes nothing, so the
-// current sweep is kept. Reading stops at the first fault (at the latest at the 2002nd pair or
+// current sweep is kept. An empty file (nothing but separators) is usable and holds no pairs:
+// overlayLastIndex becomes -1. Reading stops at the first fault (at the latest at the 2002nd pair or
 // past 1 MiB), so any file is judged quickly and in little memory.
 OverlayReadResult ReadOverlayFile(const std::string& path, DesignState& state,
                                   OverlayData& overlay);

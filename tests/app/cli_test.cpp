@@ -133,8 +133,9 @@ TEST(CliDesign, OptionsAreEntryTextsAsTyped) {
     }
 }
 
-// The pi network 2000 -> 50 ohms at 3.8 MHz, Q 12, has no L section; coils of Q 300. The tank
-// losses show only where a loss Q is given.
+// The pi network 2000 -> 50 ohms at 3.8 MHz, Q 12, has no L section, and none is reported
+// (the start-up design's L2 and C3 stay in the state); coils of Q 300. The tank losses show
+// only where a loss Q is given.
 TEST(CliDesign, ReadableReportAndJsonCarryTheTankLosses) {
     std::vector<std::string> words{
         "design", "--frequency", "3.8M", "--plate",       "2k", "--intermediate", "50", "--load",
@@ -143,10 +144,14 @@ TEST(CliDesign, ReadableReportAndJsonCarryTheTankLosses) {
     for (const char* text :
          {"  C1:                     222.781pF\n", "Total phase: -138.34 deg.", "  5th    19M ",
           "Tank losses (coil Q 300, capacitor Q 2000)\n"
-          "  Efficiency (%):         95.6 \n"})
+          "  Efficiency (%):         95.6 \n",
+          "  XL2:                    \n  XC3:                    \n", "  C3:                     \n"})
         EXPECT_TRUE(Has(report, text)) << text << "\n" << report;
     words.push_back("--json");
-    EXPECT_TRUE(Has(RunCli(words).out, "\"lossDb\": 0.1954"));
+    const std::string json = RunCli(words).out;
+    EXPECT_TRUE(Has(json, "\"lossDb\": 0.1954"));
+    for (const char* absent : {"\"xL2\": null", "\"xC3\": null", "\"L2\": null", "\"C3\": null"})
+        EXPECT_TRUE(Has(json, absent)) << absent;
     EXPECT_FALSE(Has(RunCli({"design", "--json"}).out, "\"losses\""));
 }
 

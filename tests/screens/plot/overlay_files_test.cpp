@@ -138,8 +138,6 @@ TEST(ReadOverlayFile, RejectsAnUnusableFileWithoutTouchingTheSweep) {
         {"1 1e39\r\n", OverlayReadError::OutOfRange,
          "Data.S21 holds a number that is out of range; the overlay was not drawn."},
         {"1 -1e-46\r\n", OverlayReadError::OutOfRange, ""},
-        {"", OverlayReadError::Empty, "Data.S21 holds no numbers; the overlay was not drawn."},
-        {kByteOrderMark + " \r\n", OverlayReadError::Empty, ""},
         {std::string(1100000, ' ') + "1 2", OverlayReadError::TooLarge,
          "Data.S21 is larger than any overlay file (over 1 MiB); the overlay was not drawn."},
         {"1 2\r\n3\r\n", OverlayReadError::OddCount,
@@ -210,6 +208,20 @@ TEST_F(ReadOverlayFilesTest, DrawsTransmissionThenReturn) {
     EXPECT_EQ(draws_, (std::vector<DrawCall>{{2, 0, -60, 0, -0.0123f}, {1, 0, -60, 1, -20}}));
     EXPECT_EQ(state_.sweepFrequency[1], 2.0f);
     EXPECT_EQ(state_.sweepFrequency[2], 14000000.0f) << "beyond the last pair stays";
+}
+
+// An empty Data.S21 draws nothing and says nothing; Data.S11 is read and drawn after it.
+TEST_F(ReadOverlayFilesTest, AnEmptyFileDrawsNothingAndTheOtherFollows) {
+    for (const std::string& empty : {std::string(), kByteOrderMark + " \r\n"}) {
+        draws_.clear();
+        WriteBytes(folder_.File("Data.S21"), empty);
+        WriteBytes(folder_.File("Data.S11"), " 1 -20 \r\n");
+        EXPECT_TRUE(Read());
+        EXPECT_TRUE(dialogs_.events().empty());
+        ASSERT_EQ(draws_.size(), 2u);
+        EXPECT_EQ(draws_[0].lastIndex, -1);
+        EXPECT_EQ(draws_[1], (DrawCall{0, 0, -60, 1, -20}));
+    }
 }
 
 TEST_F(ReadOverlayFilesTest, FindsNamesWrittenInUpperCase) {
