@@ -24,16 +24,16 @@ void EnsureApplication() {
 // The design screen showing the program's default design at 1 kW.
 struct DesignScreen {
     DesignScreen() {
-        InitialiseConstants(state);
         ReadLastSession(state, "");  // no file: the default design
         state.peakSwing = 2500;
         state.rfPower = 1000;
         form.show();
     }
-    DesignState state;
+    Design design;
+    DesignState& state = design.state();
     ScriptedDialogs dialogs;
     DesignSession session;
-    FrmDesign form{state, dialogs, session};
+    FrmDesign form{design, dialogs, session};
 };
 
 // Accept pressed: validation, recalculation with its 2001-point sweep, and the display list

@@ -6,22 +6,18 @@
 
 #include "core/tank_losses.h"
 #include "export/spice_netlist.h"
+#include "model/design_results.h"
 #include "export/touchstone.h"
 #include "platform/dialogs.h"
 #include "tests/core/design_fixture.h"
 
 namespace {
 
-class SilentReporter final : public varo::Reporter {
-  public:
-    void ShowMessage(std::string_view, std::string_view, varo::MessageIcon) override {}
-};
-
 // The default design of a first run, computed and swept.
 std::unique_ptr<varo::DesignState> SweptDefaultDesign() {
     auto state = varo::test::MakeDesign(varo::test::kReferenceDesign);
     state->rfPower = 1000;
-    SilentReporter reporter;
+    varo::Reporter& reporter = varo::SilentReporter();
     varo::ComponentCalculations(*state, reporter);
     varo::SetupLadder(*state);
     varo::SweepRoutine(*state, reporter);

@@ -5,14 +5,10 @@
 
 #include "core/design_state.h"
 #include "core/network.h"
+#include "model/design.h"
 #include "model/design_results.h"
 
 namespace {
-
-class SilentReporter final : public varo::Reporter {
-  public:
-    void ShowMessage(std::string_view, std::string_view, varo::MessageIcon) override {}
-};
 
 // The default design of a first run: 3.9 MHz, 1500 -> 300 -> 50 ohms, Q 12.
 std::unique_ptr<varo::DesignState> DefaultDesign() {
@@ -34,7 +30,7 @@ void BM_SweepRoutine(benchmark::State& bench) {
     auto state = DefaultDesign();
     state->intermediateR = 50;
     state->loadR = 100;
-    SilentReporter reporter;
+    varo::Reporter& reporter = varo::SilentReporter();
     varo::ComponentCalculations(*state, reporter);
     varo::SetupLadder(*state);
     for (auto _ : bench) {
@@ -44,16 +40,25 @@ void BM_SweepRoutine(benchmark::State& bench) {
 }
 BENCHMARK(BM_SweepRoutine)->Unit(benchmark::kMicrosecond);
 
-// What every action of the design screen computes after validating: the one results value.
-void BM_WholeRecalculation(benchmark::State& bench) {
-    auto state = DefaultDesign();
-    SilentReporter reporter;
+// The design layer's Accept without any screen: validation of the five entries, the whole
+// recalculation with its 2001-point sweep, and the settled results (sweep table included).
+void BM_DesignLayerAccept(benchmark::State& bench) {
+    varo::Design design;
+    design.state() = *DefaultDesign();
+    varo::TextFields<varo::DesignForm> form;
+    for (const auto& [field, text] : {std::pair{varo::DesignField::Frequency, "3.9M"},
+                                      {varo::DesignField::Plate, "1500"},
+                                      {varo::DesignField::Intermediate, "300"},
+                                      {varo::DesignField::NominalLoad, "50"},
+                                      {varo::DesignField::Q, "12"}})
+        form.SetText(field, text);
+    varo::ScriptedDialogs dialogs;
     for (auto _ : bench) {
-        varo::DesignResults results;
-        benchmark::DoNotOptimize(varo::CalculateDesign(*state, reporter, results));
+        benchmark::DoNotOptimize(design.Accept(form, dialogs, varo::SilentReporter()));
         benchmark::ClobberMemory();
     }
+    if (!dialogs.events().empty()) bench.SkipWithError("the design reported a message");
 }
-BENCHMARK(BM_WholeRecalculation)->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_DesignLayerAccept)->Unit(benchmark::kMicrosecond);
 
 }  // namespace

@@ -8,6 +8,7 @@
 #include "core/network.h"
 #include "core/numtext.h"
 #include "platform/qt/replay.h"
+#include "model/design.h"
 #include "model/pictures/large_plot.h"
 #include "screens/plot/large_plot_screen.h"
 #include "session/last_session.h"
@@ -31,41 +32,30 @@ class CountingReporter final : public Reporter {
     int messages = 0;
 };
 
-// The program's default design, computed and swept as the plot screen finds it.
-struct SweptDesign {
-    SweptDesign() {
-        InitialiseConstants(*state);
-        ReadLastSession(*state, "");  // no file: the default design
-        if (!ComponentCalculations(*state, reporter)) return;
-        SetupLadder(*state);
-        ok = SweepRoutine(*state, reporter) && reporter.messages == 0;
-    }
-    std::unique_ptr<DesignState> state = std::make_unique<DesignState>();
-    CountingReporter reporter;
-    bool ok = false;
-};
-
-// The default design's large plot: chart, curves and the readout table with its rings, on a
-// surface that measures its text as the screen's will.
+// The program's default design as the plot screen finds it: components and ladder worked out,
+// then the plot's own sweep.
 struct LargePlot {
     LargePlot() {
         EnsureApplication();
         surface.SetTextMeasure(&QtTextMeasure());
-        results = ComputeLargePlot(*design.state, design.reporter);
+        ReadLastSession(design.state(), "");  // no file: the default design
+        ok = design.RecomputeNetwork(reporter) && design.SweepAsLaidOut(reporter) &&
+             reporter.messages == 0;
     }
     // A nudge button clears the screen and redraws it, so the list keeps its storage.
     void Redraw() {
         surface.Clear();
-        DrawLargePlot(surface, *design.state, results, 16200);
+        DrawLargePlot(surface, design.state(), design.results(), 16200);
     }
-    SweptDesign design;
-    LargePlotResults results;
+    Design design;
+    CountingReporter reporter;
+    bool ok = false;
     Surface surface{12000, 9000};
 };
 
 void BM_LargePlotDisplayList(benchmark::State& run) {
     LargePlot plot;
-    if (!plot.design.ok) run.SkipWithError("the default design did not compute");
+    if (!plot.ok) run.SkipWithError("the default design did not compute");
     for (auto _ : run) {
         plot.Redraw();
         benchmark::DoNotOptimize(plot.surface.ops().data());
@@ -76,7 +66,7 @@ BENCHMARK(BM_LargePlotDisplayList)->Unit(benchmark::kMicrosecond);
 // The large plot's display list painted onto a 1600 x 1200 image, shape kept.
 void BM_LargePlotReplay(benchmark::State& run) {
     LargePlot plot;
-    if (!plot.design.ok) run.SkipWithError("the default design did not compute");
+    if (!plot.ok) run.SkipWithError("the default design did not compute");
     plot.Redraw();
     for (auto _ : run) {
         QImage image = RenderSurface(plot.surface, QSize(1600, 1200), 1, SurfaceFit::KeepAspect);
@@ -90,29 +80,29 @@ BENCHMARK(BM_LargePlotReplay)->Unit(benchmark::kMillisecond);
 // analyses and the whole display list rebuilt.
 void BM_LargePlotNudgePress(benchmark::State& run) {
     LargePlot plot;
-    if (!plot.design.ok) run.SkipWithError("the default design did not compute");
+    if (!plot.ok) run.SkipWithError("the default design did not compute");
     bool up = true;
     for (auto _ : run) {
-        NudgeComponent(*plot.design.state, up ? Nudge::CapacitorUp : Nudge::CapacitorDown,
-                       plot.design.reporter);
-        plot.results = ComputeLargePlot(*plot.design.state, plot.design.reporter);
+        plot.design.NudgePart(up ? Nudge::CapacitorUp : Nudge::CapacitorDown, plot.reporter);
+        plot.design.SweepAsLaidOut(plot.reporter);
         plot.Redraw();
         up = !up;
         benchmark::DoNotOptimize(plot.surface.ops().data());
     }
-    if (plot.design.reporter.messages != 0) run.SkipWithError("a nudge reported a fault");
+    if (plot.reporter.messages != 0) run.SkipWithError("a nudge reported a fault");
 }
 BENCHMARK(BM_LargePlotNudgePress)->Unit(benchmark::kMillisecond);
 
 // The cursor readout for one mouse position, with both saved curves drawn.
 void BM_LargePlotCursorReadout(benchmark::State& run) {
     LargePlot plot;
-    const SweepCopy& sweep = plot.results.sweep;
-    for (auto& overlay : plot.results.overlays)
-        overlay = OverlayCurve{sweep.frequency, sweep.transmission};
+    const SweepTable& sweep = plot.design.results().sweep;
+    OverlayCurves overlays;
+    for (auto& overlay : overlays)
+        overlay = OverlayCurve{sweep.frequency, sweep.transmissionDb};
     float x = 2000;
     for (auto _ : run) {
-        benchmark::DoNotOptimize(CursorReadoutText(plot.results, x).data());
+        benchmark::DoNotOptimize(CursorReadoutText(sweep, overlays, x).data());
         x = x >= 11000 ? 2000 : x + 7;
     }
 }

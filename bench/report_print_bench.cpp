@@ -4,17 +4,13 @@
 #include <filesystem>
 #include <memory>
 
+#include "model/design.h"
 #include "model/pictures/report_pages.h"
 #include "platform/qt/qt_print.h"
 #include "session/last_session.h"
 
 namespace varo {
 namespace {
-
-class SilentReporter final : public Reporter {
-  public:
-    void ShowMessage(std::string_view, std::string_view, MessageIcon) override {}
-};
 
 // The design report of the default design, laid out and painted into a PDF file: what Print
 // and "Save as PDF" cost after the dialog (the target is under 100 ms).
@@ -26,14 +22,13 @@ void BM_DesignReportToPdf(benchmark::State& run) {
         static char* argv[] = {name, nullptr};
         new QGuiApplication(argc, argv);
     }
-    auto state = std::make_unique<DesignState>();
-    InitialiseConstants(*state);
+    Design design;
+    DesignState* state = &design.state();
     ReadLastSession(*state, "");
     state->peakSwing = 2500;
     state->rfPower = 1000;
-    SilentReporter silent;
-    DesignResults results;
-    if (!CalculateDesign(*state, silent, results)) {
+    TextFields<DesignForm> form;
+    if (!design.Load(form, SilentReporter()) || !design.results().phases) {
         run.SkipWithError("the default design did not compute");
         return;
     }
@@ -41,7 +36,7 @@ void BM_DesignReportToPdf(benchmark::State& run) {
         (std::filesystem::temp_directory_path() / "varo_report_print_bench.pdf").string();
     for (auto _ : run) {
         const PrintOutcome outcome =
-            WritePdf(DesignReportDocument(*state, results, "1/2/2026"), path);
+            WritePdf(DesignReportDocument(*state, design.results(), "1/2/2026"), path);
         if (outcome.status != PrintOutcome::Status::Printed)
             run.SkipWithError(outcome.detail.c_str());
     }
