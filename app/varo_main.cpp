@@ -23,7 +23,8 @@ int main(int argc, char** argv) {
         return new varo::FrmPlot(context.design, context.dialogs, context.returnToDesign);
     });
     navigator.Register(varo::Destination::LoadHelp, [](const varo::ScreenContext& context) {
-        return new varo::FrmLoadHelp(context.design.state(), context.dialogs, context.returnToDesign);
+        return new varo::FrmLoadHelp(context.design.state(), context.dialogs,
+                                     context.returnToDesign);
     });
     navigator.Register(varo::Destination::Inductor, [&winding](const varo::ScreenContext& context) {
         return new varo::FrmInductor(context.design.state(), winding, context.dialogs,

@@ -6,8 +6,8 @@
 
 #include "core/tank_losses.h"
 #include "export/spice_netlist.h"
-#include "model/design_results.h"
 #include "export/touchstone.h"
+#include "model/design_results.h"
 #include "platform/dialogs.h"
 #include "tests/core/design_fixture.h"
 

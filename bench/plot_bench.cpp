@@ -7,9 +7,9 @@
 
 #include "core/network.h"
 #include "core/numtext.h"
-#include "platform/qt/replay.h"
 #include "model/design.h"
 #include "model/pictures/large_plot.h"
+#include "platform/qt/replay.h"
 #include "screens/plot/large_plot_screen.h"
 #include "session/last_session.h"
 

@@ -190,7 +190,8 @@ bool Design::NudgePart(Nudge nudge, Reporter& reporter) {
     // stresses it brings (worked out on a copy, the design's own figures untouched) and losses.
     results_.components = ComponentValues::Of(*state_);
     auto scratch = std::make_unique<DesignState>(*state_);
-    RunGuarded(SilentReporter(), [&] { results_.stresses = ShowStresses(*scratch, SilentReporter()); });
+    RunGuarded(SilentReporter(),
+               [&] { results_.stresses = ShowStresses(*scratch, SilentReporter()); });
     SettleLosses();
     return true;
 }

@@ -10,7 +10,6 @@ namespace varo {
 
 namespace {
 
-
 // An entry with a lower limit: below it the value becomes the limit, the field shows
 // `limitText` and `message` says so.
 struct EntryLimit {
@@ -72,9 +71,6 @@ void ValidateIntermediate(DesignState& state, DesignForm& form, Dialogs& dialogs
                      "The intermediate resistance has been changed downward to be the same as the "
                      "input");
 }
-
-
-
 
 }  // namespace
 

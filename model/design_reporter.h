@@ -3,8 +3,8 @@
 #include <string_view>
 
 #include "core/reporter.h"
-#include "platform/dialogs.h"
 #include "model/design_form.h"
+#include "platform/dialogs.h"
 
 namespace varo {
 

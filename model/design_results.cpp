@@ -42,8 +42,8 @@ Reporter& SilentReporter() {
 }
 
 DesignInputs DesignInputs::Of(const DesignState& s) {
-    return {s.frequency, s.plateR, s.intermediateR, s.loadR,
-            s.piQ,       s.peakSwing, s.rfPower,     s.genMultiplier};
+    return {s.frequency, s.plateR,    s.intermediateR, s.loadR,
+            s.piQ,       s.peakSwing, s.rfPower,       s.genMultiplier};
 }
 
 ComponentValues ComponentValues::Of(const DesignState& s) {

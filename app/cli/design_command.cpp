@@ -6,11 +6,11 @@
 #include "app/cli/design_files.h"
 #include "app/cli/design_report.h"
 #include "core/numtext.h"
-#include "model/pictures/report_pages.h"
 #include "export/sweep_csv.h"
 #include "model/design.h"
-#include "screens/design/design_actions.h"
 #include "model/design_reporter.h"
+#include "model/pictures/report_pages.h"
+#include "screens/design/design_actions.h"
 #include "screens/plot/overlay_files.h"
 #include "session/last_session.h"
 

@@ -5,9 +5,9 @@
 
 #include "app/cli/arguments.h"
 #include "app/cli/cli_dialogs.h"
-#include "model/design.h"
 #include "core/reporter.h"
 #include "core/tank_losses.h"
+#include "model/design.h"
 #include "platform/dialogs.h"
 
 namespace varo::cli {

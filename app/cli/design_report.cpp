@@ -47,9 +47,9 @@ std::string ComponentsSection(const DesignResults& results) {
     return "Reactances (ohms)\n" + Padded("  XC1:", FormatNumber(s.xC1)) +
            Padded("  XL1:", FormatNumber(s.xL1)) + Padded("  XC2:", FormatNumber(s.xC2)) +
            Padded("  XL2:", LSectionText(s, &LSectionValues::xL2, FormatNumber)) +
-           Padded("  XC3:", LSectionText(s, &LSectionValues::xC3, FormatNumber)) +
-           "Components\n" + Padded("  C1:", FormatFarad(s.C1)) +
-           Padded("  L1:", FormatHenry(s.L1)) + Padded("  C2:", FormatFarad(s.C2)) +
+           Padded("  XC3:", LSectionText(s, &LSectionValues::xC3, FormatNumber)) + "Components\n" +
+           Padded("  C1:", FormatFarad(s.C1)) + Padded("  L1:", FormatHenry(s.L1)) +
+           Padded("  C2:", FormatFarad(s.C2)) +
            Padded("  L2:", LSectionText(s, &LSectionValues::L2, FormatHenry)) +
            Padded("  C3:", LSectionText(s, &LSectionValues::C3, FormatFarad)) + "Phases\n" +
            Padded("  Pi section:", PhaseText(results.phases, &SectionPhases::piPhase)) +
@@ -77,7 +77,8 @@ std::string HarmonicSection(const std::vector<HarmonicRow>& rows) {
             FormatHz(row.frequency).c_str(), FormatNumber(row.result.transmissionDb).c_str(),
             FormatNumber(row.result.transmissionPhase).c_str(),
             FormatNumber(row.result.returnDb).c_str(), FormatNumber(row.result.vswr).c_str(),
-            FormatNumber(row.result.zMagnitude).c_str(), FormatNumber(UsualZAngle(row.result)).c_str());
+            FormatNumber(row.result.zMagnitude).c_str(),
+            FormatNumber(UsualZAngle(row.result)).c_str());
         text += line;
     }
     return text;

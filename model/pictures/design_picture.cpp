@@ -6,9 +6,9 @@
 #include <optional>
 
 #include "core/numtext.h"
+#include "model/pictures/response_plot.h"
 #include "model/pictures/schematic.h"
 #include "model/pictures/small_plot.h"
-#include "model/pictures/response_plot.h"
 
 namespace varo {
 

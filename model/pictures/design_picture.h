@@ -4,8 +4,8 @@
 
 #include "core/design_state.h"
 #include "core/network.h"
-#include "platform/surface.h"
 #include "model/design_results.h"
+#include "platform/surface.h"
 
 namespace varo {
 

@@ -3,8 +3,8 @@
 #include <vector>
 
 #include "core/design_state.h"
-#include "platform/surface.h"
 #include "model/pictures/response_plot.h"
+#include "platform/surface.h"
 
 namespace varo {
 

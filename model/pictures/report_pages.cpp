@@ -6,11 +6,11 @@
 
 #include "core/network.h"
 #include "core/numtext.h"
-#include "model/pictures/page_parts.h"
-#include "platform/system.h"
 #include "model/pictures/design_picture.h"
+#include "model/pictures/page_parts.h"
 #include "model/pictures/schematic.h"
 #include "model/pictures/small_plot.h"
+#include "platform/system.h"
 
 namespace varo {
 

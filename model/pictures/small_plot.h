@@ -6,9 +6,9 @@
 #include "core/design_state.h"
 #include "core/network.h"
 #include "core/reporter.h"
-#include "platform/surface.h"
 #include "model/design_results.h"
 #include "model/pictures/response_plot.h"
+#include "platform/surface.h"
 
 namespace varo {
 

@@ -7,8 +7,8 @@
 #include "core/fault.h"
 #include "core/network.h"
 #include "core/numtext.h"
-#include "platform/textfile.h"
 #include "model/pictures/large_plot.h"
+#include "platform/textfile.h"
 
 namespace varo {
 
@@ -148,8 +148,7 @@ std::optional<float> CursorFrequency(const SweepTable& sweep, float logicalX) {
     return static_cast<float>(std::exp(logStart + fraction * (logStop - logStart)));
 }
 
-std::string CursorReadoutText(const SweepTable& s, const OverlayCurves& overlays,
-                              float logicalX) {
+std::string CursorReadoutText(const SweepTable& s, const OverlayCurves& overlays, float logicalX) {
     const auto frequency = CursorFrequency(s, logicalX);
     if (!frequency || s.size() == 0) return {};
     const std::size_t i = NearestIndex(s.frequency, *frequency);
@@ -158,7 +157,8 @@ std::string CursorReadoutText(const SweepTable& s, const OverlayCurves& overlays
            " dB\nReturn loss re " + OhmsText(s.referenceOhms) + ": " + Rounded(s.returnDb[i], 2) +
            " dB\nVSWR: " + Rounded(s.vswr[i], 3) + "\n|Zin|: " + OhmsText(s.zMagnitude[i]) +
            "\nZ angle: " + Rounded(s.zAngleDeg[i], 1) + "\u00B0" +
-           OverlayLine("S21", overlays[0], *frequency) + OverlayLine("S11", overlays[1], *frequency);
+           OverlayLine("S21", overlays[0], *frequency) +
+           OverlayLine("S11", overlays[1], *frequency);
 }
 
 }  // namespace varo

@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "core/design_state.h"
-#include "platform/surface.h"
 #include "model/design_results.h"
+#include "platform/surface.h"
 
 namespace varo {
 

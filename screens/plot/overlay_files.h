@@ -51,8 +51,8 @@ struct OverlayReadResult {
 // usable is taken: then its frequencies go into sweepFrequency[0..n], its values into
 // overlayValue[0..n], and overlayLastIndex becomes n. A rejected file changes nothing, so the
 // current sweep is kept. An empty file (nothing but separators) is usable and holds no pairs:
-// overlayLastIndex becomes -1. Reading stops at the first fault (at the latest at the 2002nd pair or
-// past 1 MiB), so any file is judged quickly and in little memory.
+// overlayLastIndex becomes -1. Reading stops at the first fault (at the latest at the 2002nd pair
+// or past 1 MiB), so any file is judged quickly and in little memory.
 OverlayReadResult ReadOverlayFile(const std::string& path, DesignState& state,
                                   OverlayData& overlay);
 

@@ -16,10 +16,10 @@
 #include <cstring>
 
 #include "core/numtext.h"
+#include "model/pictures/design_picture.h"
 #include "model/pictures/report_pages.h"
 #include "platform/qt/screen_helpers.h"
 #include "platform/qt/surface_widget.h"
-#include "model/pictures/design_picture.h"
 #include "screens/design/qt/up_down.h"
 #include "session/program_text.h"
 
@@ -532,11 +532,13 @@ void FrmDesign::LoadScreen() {
 }
 
 void FrmDesign::ShowSpinnerPositions() {
-    upDownIntermediate_->setValue(SpinPosition(design_.state().intermediateR, kIntermediateSpinMaximum));
+    upDownIntermediate_->setValue(
+        SpinPosition(design_.state().intermediateR, kIntermediateSpinMaximum));
     SetText(DesignField::IntermediateSpinEntry,
             PlainText(static_cast<float>(upDownIntermediate_->value())));
-    upDownGenerator_->setValue(SpinPosition(
-        static_cast<double>(design_.state().genMultiplier) * kGeneratorStepsPerUnit, kGeneratorSpinMaximum));
+    upDownGenerator_->setValue(
+        SpinPosition(static_cast<double>(design_.state().genMultiplier) * kGeneratorStepsPerUnit,
+                     kGeneratorSpinMaximum));
 }
 
 // ---- DesignForm ---------------------------------------------------------------------------

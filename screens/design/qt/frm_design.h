@@ -9,11 +9,11 @@
 #include <string_view>
 
 #include "model/design.h"
+#include "model/design_form.h"
+#include "model/design_reporter.h"
 #include "platform/dialogs.h"
 #include "platform/surface.h"
 #include "screens/design/design_actions.h"
-#include "model/design_form.h"
-#include "model/design_reporter.h"
 
 class QLabel;
 class QLineEdit;
@@ -32,8 +32,7 @@ class FrmDesign : public QWidget, public DesignForm {
     Q_OBJECT
 
   public:
-    FrmDesign(Design& design, Dialogs& dialogs, DesignSession& session,
-              QWidget* parent = nullptr);
+    FrmDesign(Design& design, Dialogs& dialogs, DesignSession& session, QWidget* parent = nullptr);
 
     // Fills the entries from the design and shows what the screen works out on load. Runs each
     // time the screen is shown again.

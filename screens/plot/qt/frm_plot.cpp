@@ -12,10 +12,10 @@
 
 #include "export/sweep_csv.h"
 #include "export/touchstone.h"
+#include "model/pictures/large_plot.h"
 #include "platform/qt/screen_helpers.h"
 #include "platform/qt/surface_widget.h"
 #include "platform/system.h"
-#include "model/pictures/large_plot.h"
 #include "screens/plot/qt/plot_exports.h"
 #include "session/program_text.h"
 
@@ -192,7 +192,8 @@ void FrmPlot::ConnectCommands() {
                                                     {"cmdLLup", Nudge::InductorUp}};
     for (const auto& [name, nudge] : nudges)
         OnClick(name, [this, nudge = nudge] { NudgeAndRedraw(nudge); });
-    OnClick("cmdSave", [this] { WriteOverlayFiles(design_.state(), CurrentDirectory(), dialogs_); });
+    OnClick("cmdSave",
+            [this] { WriteOverlayFiles(design_.state(), CurrentDirectory(), dialogs_); });
     OnClick("cmdGet", [this] { GetOverlays(); });
     OnClick("cmdExportPlot", [this] { ExportPicture(); });
     OnClick("cmdExportCsv", [this] { ExportSweep(); });
@@ -237,8 +238,8 @@ void FrmPlot::GetOverlays() {
         design_.state(), overlay_, CurrentDirectory(), dialogs_,
         [this](std::int16_t last, float topDb, float floorDb, std::int16_t curve) {
             const DesignState& state = design_.state();
-            DrawOverlay(background_->surface(), kLargePlotFrame, state, overlay_.overlayValue,
-                        last, topDb, floorDb, curve);
+            DrawOverlay(background_->surface(), kLargePlotFrame, state, overlay_.overlayValue, last,
+                        topDb, floorDb, curve);
             const auto count = static_cast<std::size_t>(last + 1);
             overlays_.at(static_cast<std::size_t>(curve)) = OverlayCurve{
                 {state.sweepFrequency.begin(), state.sweepFrequency.begin() + count},
@@ -250,7 +251,8 @@ void FrmPlot::GetOverlays() {
 void FrmPlot::ExportPicture() {
     const auto path = dialogs_.AskSaveFileName(PictureSaveRequest());
     if (!path) return;
-    WritePictureFile(PictureForExport(surface(), LargePlotSummary(design_.state())), *path, dialogs_);
+    WritePictureFile(PictureForExport(surface(), LargePlotSummary(design_.state())), *path,
+                     dialogs_);
 }
 
 void FrmPlot::ExportSweep() {

@@ -5,8 +5,8 @@
 
 #include "model/design.h"
 #include "platform/dialogs.h"
-#include "screens/plot/overlay_files.h"
 #include "screens/plot/large_plot_screen.h"
+#include "screens/plot/overlay_files.h"
 
 class QLabel;
 class QPushButton;

@@ -7,9 +7,9 @@
 #include <string_view>
 
 #include "export/reported_write.h"
+#include "model/pictures/response_plot.h"
 #include "platform/qt/replay.h"
 #include "platform/save_file.h"
-#include "model/pictures/response_plot.h"
 
 namespace varo {
 

@@ -7,11 +7,11 @@
 #include <QRadioButton>
 #include <utility>
 
-#include "tools/inductor/winding_page.h"
 #include "platform/qt/replay.h"
 #include "platform/qt/surface_widget.h"
 #include "session/program_text.h"
 #include "tools/inductor/coil_drawing.h"
+#include "tools/inductor/winding_page.h"
 
 namespace varo {
 
