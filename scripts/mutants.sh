@@ -254,7 +254,7 @@ run_tests() {
 }
 
 started=$(date +%s)
-echo "building $BUILD as committed"
+echo "building $BUILD from the working tree (commit test changes first: a baseline counts them)"
 if ! build "$LOGS/pristine.build.log"; then
     echo "mutants.sh: the unmutated tree does not build; see $LOGS/pristine.build.log" >&2
     exit 2
@@ -299,7 +299,7 @@ for i in "${!IDS[@]}"; do
     printf '%-4s %-42s %s  (%ss)\n' "$id" "${PATHS[$i]}" "$verdict" $(($(date +%s) - t0))
 done
 
-echo "rebuilding $BUILD as committed"
+echo "rebuilding $BUILD without the faults"
 build "$LOGS/restored.build.log" || echo "mutants.sh: the restored tree did not build" >&2
 
 echo

@@ -34,8 +34,11 @@ int RunPlateLoad(const std::vector<std::string>& words, std::ostream& out, std::
         out << kPlateLoadUsage;
         return 0;
     }
-    TextLoadHelpForm form(args.Required("--swing"), args.Required("--power"),
-                          ClassOptionNamed(args.Value("--class")));
+    // One after the other, so that several mistakes are told in the options' order.
+    const std::string swing = args.Required("--swing");
+    const std::string power = args.Required("--power");
+    const ClassOption chosen = ClassOptionNamed(args.Value("--class"));
+    TextLoadHelpForm form(swing, power, chosen);
     DesignState state;
     InitialiseConstants(state);
     LoadHelpState help;
