@@ -43,12 +43,12 @@ class CoilTest : public ::testing::Test {
     ScriptedDialogs dialogs;
 };
 
-// The screen shows the winding itself; these figures it does not.
-TEST_F(CoilTest, WorkedExampleTenMicrohenries) {
+// The screen shows the winding itself, not these figures; a gauge taken away
+// takes its wire results with it.
+TEST_F(CoilTest, WorkedExampleTenMicrohenriesThenNoGauge) {
     Type(CoilField::Diameter, "2");
     Type(CoilField::Length, "4");
     Type(CoilField::Gauge, "14");
-
     ASSERT_TRUE(Compute());
     EXPECT_TRUE(dialogs.events().empty());
     EXPECT_TRUE(state.unitsLocked);
@@ -56,78 +56,53 @@ TEST_F(CoilTest, WorkedExampleTenMicrohenries) {
     EXPECT_NEAR(state.quarterWaveKHz, 246000 / 11.595, 0.5);
     EXPECT_NEAR(state.wireResistance, 0.02888, 1e-5);
     EXPECT_EQ(form.gaugeFocused, 0);
-}
-
-struct SolveCase {
-    const char* name;
-    std::int16_t unitSystem;
-    std::string diameter, length, turns;
-    CoilField shownEntry;  // the entry the solved measure is written into
-    std::string shownText;
-    float diameterInches, lengthInches, turnsValue;
-    float tolerance;
-};
-
-class CoilSolveTest : public CoilTest, public ::testing::WithParamInterface<SolveCase> {};
-
-TEST_P(CoilSolveTest, SolvesTheMissingMeasure) {
-    const SolveCase& c = GetParam();
-    state.unitSystem = c.unitSystem;
-    Type(CoilField::Diameter, c.diameter);
-    Type(CoilField::Length, c.length);
-    Type(CoilField::Turns, c.turns);
-
-    ASSERT_TRUE(Compute());
-    EXPECT_TRUE(dialogs.events().empty());
-    EXPECT_EQ(form.Text(c.shownEntry), c.shownText);
-    EXPECT_NEAR(state.coilDiameter, c.diameterInches, c.tolerance);
-    EXPECT_NEAR(state.coilLength, c.lengthInches, c.tolerance);
-    EXPECT_NEAR(state.coilTurns, c.turnsValue, c.tolerance);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Wheeler, CoilSolveTest,
-    ::testing::Values(
-        SolveCase{"LengthFromDiameterAndTurns", kInches, "2", "", "22", CoilField::Length, "3.94 ",
-                  2.0f, 3.94f, 22.0f, 1e-5f},
-        SolveCase{"DiameterFromLengthAndTurns", kInches, "", "4", "22", CoilField::Diameter,
-                  "2.0136 ", 2.0136f, 4.0f, 22.0f, 1e-5f},
-        // All three given: the typed turns are replaced; the turns entry keeps its text.
-        SolveCase{"TurnsRecomputedWhenAllGiven", kInches, "2", "4", "5", CoilField::Turns, "5",
-                  2.0f, 4.0f, 22.136f, 1e-3f},
-        // Shown in centimetres, and the shown text is what the calculation goes on with.
-        SolveCase{"DiameterShownInCentimetres", kCentimetres, "", "10.16", "22",
-                  CoilField::Diameter, "5.1146 ", 5.1146f / 2.54f, 4.0f, 22.0f, 1e-5f},
-        SolveCase{"LengthShownInCentimetres", kCentimetres, "5.08", "", "22", CoilField::Length,
-                  "10.008 ", 2.0f, 10.008f / 2.54f, 22.0f, 1e-5f}),
-    [](const auto& info) { return std::string(info.param.name); });
-
-TEST_F(CoilTest, TurnLimitAcceptsExactlyOneThousand) {
-    Type(CoilField::Length, "100");
-    Type(CoilField::Turns, "1000");
-    EXPECT_TRUE(Compute());
-    EXPECT_TRUE(dialogs.messages().empty());
-    EXPECT_EQ(state.turnsPerInch, 10.0f);
-}
-
-TEST_F(CoilTest, NoGaugeClearsTheWireResults) {
-    Type(CoilField::Diameter, "2");
-    Type(CoilField::Length, "4");
-    Type(CoilField::Gauge, "14");
-    ASSERT_TRUE(Compute());
-    ASSERT_GT(state.wireResistance, 0.0f);
-
     for (const char* gauge : {"", "  ", "-100"}) {
         Type(CoilField::Gauge, gauge);
         ASSERT_TRUE(Compute()) << gauge;
-        EXPECT_EQ(state.actualGauge, kNoGauge) << gauge;
-        EXPECT_EQ(state.wireDiameter, 0.0f) << gauge;
-        EXPECT_EQ(state.wireResistance, 0.0f) << gauge;
-        EXPECT_EQ(state.percentFill, 0.0f) << gauge;
+        EXPECT_EQ((std::vector{state.actualGauge, state.wireDiameter, state.wireResistance,
+                               state.percentFill, state.criticalGauge}),
+                  (std::vector{kNoGauge, 0.0f, 0.0f, 0.0f, 6.0f}))
+            << gauge;
         EXPECT_FALSE(state.fillMarkedRed) << gauge;
-        EXPECT_EQ(state.criticalGauge, 6.0f) << gauge;
     }
     EXPECT_EQ(form.wireDiameterCleared, 3);
+}
+
+// The missing measure solved from the other two, shown in its entry in the
+// display unit; exactly 1000 turns pass.
+TEST_F(CoilTest, SolvesTheMissingMeasure) {
+    const struct {
+        std::int16_t unit;
+        std::string diameter, length, turns;
+        CoilField shownEntry;
+        std::string shownText;
+        float diameterInches, lengthInches, turnsValue;
+    } cases[] = {
+        // clang-format off
+        {kInches,      "2",    "",      "22",   CoilField::Length,   "3.94 ",   2.0f,            3.94f,           22.0f},
+        {kInches,      "",     "4",     "22",   CoilField::Diameter, "2.0136 ", 2.0136f,         4.0f,            22.0f},
+        {kInches,      "",     "100",   "1000", CoilField::Diameter, "0.20009 ", 0.20009f,       100.0f,          1000.0f},
+        // All three given: the typed turns are replaced; the turns entry keeps its text.
+        {kInches,      "2",    "4",     "5",    CoilField::Turns,    "5",       2.0f,            4.0f,            22.136f},
+        // The shown text is what the calculation goes on with.
+        {kCentimetres, "",     "10.16", "22",   CoilField::Diameter, "5.1146 ", 5.1146f / 2.54f, 4.0f,            22.0f},
+        {kCentimetres, "5.08", "",      "22",   CoilField::Length,   "10.008 ", 2.0f,            10.008f / 2.54f, 22.0f},
+        // clang-format on
+    };
+    for (const auto& c : cases) {
+        state = CoilState{};
+        state.unitSystem = c.unit;
+        state.targetInductance = 10e-6f;
+        Type(CoilField::Diameter, c.diameter);
+        Type(CoilField::Length, c.length);
+        Type(CoilField::Turns, c.turns);
+        ASSERT_TRUE(Compute()) << c.shownText;
+        EXPECT_TRUE(dialogs.events().empty());
+        EXPECT_EQ(form.Text(c.shownEntry), c.shownText);
+        EXPECT_NEAR(state.coilDiameter, c.diameterInches, 1e-5f) << c.shownText;
+        EXPECT_NEAR(state.coilLength, c.lengthInches, 1e-5f) << c.shownText;
+        EXPECT_NEAR(state.coilTurns, c.turnsValue, 1e-3f) << c.shownText;
+    }
 }
 
 TEST_F(CoilTest, ArithmeticFaultIsReportedNotThrown) {

@@ -2,12 +2,15 @@
 
 #include <gtest/gtest.h>
 
-#include <QGroupBox>
 #include <cmath>
 #include <memory>
 
 #include "core/fault.h"
 #include "core/numtext.h"
+#include "model/pictures/page_parts.h"
+#include "session/program_text.h"
+#include "support/pdf_reading.h"
+#include "support/temp_folder.h"
 #include "tools/screen_driving.h"
 
 namespace varo {
@@ -42,17 +45,19 @@ struct FrmInductorTest : ::testing::Test {
     }
     DesignState state;
     CoilState coil;
-    ScriptedDialogs dialogs;
+    test::PdfDialogs dialogs;
+    testing::TempFolder folder;
     int returns = 0;
     std::unique_ptr<FrmInductor> screen;
 };
 
+// The unit chosen is relabelled at once, without converting the entries, and outlives the
+// screen.
 TEST_F(FrmInductorTest, OpensInTheKeptUnitWithNothingToPrint) {
-    for (const std::int16_t unit : {kInches, kCentimetres}) {
-        coil.unitSystem = unit;
-        const FrmInductor& form = Open();
-        EXPECT_EQ(form.windowTitle(), "VARO - Version 2.17 - Inductor Design screen");
-        const std::string u = unit == kInches ? "in" : "cm";
+    coil.unitSystem = kInches;
+    for (const std::string u : {"in", "cm"}) {
+        FrmInductor& form = Open();
+        EXPECT_EQ(form.windowTitle().toStdString(), ScreenCaption("Inductor Design screen"));
         const std::pair<const char*, std::string> captions[] = {
             {"lblFormDiameter", "Median diameter (" + u + "): "},
             {"lblFormLength", "Length (" + u + "): "},
@@ -61,7 +66,7 @@ TEST_F(FrmInductorTest, OpensInTheKeptUnitWithNothingToPrint) {
             {"Label14", "Wire diameter (" + u + "): "}};
         for (const auto& [name, caption] : captions)
             EXPECT_EQ(TextOf(form, name), caption) << name;
-        EXPECT_TRUE(Find<QRadioButton>(form, unit == kInches ? "Option1" : "Option2")->isChecked());
+        EXPECT_TRUE(Find<QRadioButton>(form, u == "in" ? "Option1" : "Option2")->isChecked());
         EXPECT_FALSE(Enabled(form, "cmdPrint"));
         EXPECT_FALSE(Shown(form, "txtActualGauge"));
         EXPECT_FALSE(Shown(form, "Label17"));
@@ -69,6 +74,11 @@ TEST_F(FrmInductorTest, OpensInTheKeptUnitWithNothingToPrint) {
         EXPECT_FALSE(Enabled(form, "Option3"));
         EXPECT_TRUE(Find<QRadioButton>(form, "Option4")->isChecked());
         EXPECT_EQ(coil.targetInductance, state.L1);
+        Type(form, "txtFormDiameter", "2");
+        Click(form, "Option2");
+        EXPECT_EQ(TextOf(form, "lblFormDiameter"), "Median diameter (cm): ");
+        EXPECT_EQ(TextOf(form, "txtFormDiameter"), "2");
+        EXPECT_FLOAT_EQ(coil.coilDiameter, u == "in" ? 2.0f : 2 / 2.54f);  // held in inches
     }
 }
 
@@ -79,7 +89,8 @@ TEST_F(FrmInductorTest, WorkedExampleShowsTheWindingAndItsWire) {
     Click(form, "cmdCompute");
     ASSERT_TRUE(Shown(form, "txtActualGauge"));
     Type(form, "txtActualGauge", "14");
-    testing::Key(Find<QLineEdit>(form, "txtActualGauge"), Qt::Key_Return);  // Enter computes
+    testing::Key(Find<QLineEdit>(form, "txtActualGauge"),
+                 Qt::Key_Return);  // Enter computes
 
     EXPECT_TRUE(dialogs.messages().empty());
     const std::pair<const char*, const char*> results[] = {
@@ -93,7 +104,7 @@ TEST_F(FrmInductorTest, WorkedExampleShowsTheWindingAndItsWire) {
     EXPECT_FALSE(Enabled(form, "Option2"));
     EXPECT_TRUE(Enabled(form, "cmdPrint"));
     EXPECT_EQ(TextOf(form, "lblShape"), "");
-    testing::CheckLayoutAtSizes(form, "inductor");
+    testing::CheckLayoutAtSizes(form);
 
     // Three wires of 35.61 % of the pitch, and the caption under them.
     std::vector<DrawOp> discs;
@@ -108,11 +119,21 @@ TEST_F(FrmInductorTest, WorkedExampleShowsTheWindingAndItsWire) {
         EXPECT_NEAR(disc.radius, 250 * 0.3561, 0.05);
     EXPECT_EQ(discs[1].x1 - discs[0].x1, discs[2].x1 - discs[1].x1);
     EXPECT_TRUE(caption);
+
+    // Printed as a PDF: one page for the one inductor of the design.
+    dialogs.pdfPath = folder.File("winding.pdf");
+    Click(form, "cmdPrint");
+    const auto [pages, text] = test::PagesAndText(*dialogs.pdfPath);
+    EXPECT_EQ(pages, "1\n");
+    for (const char* part : {"Winding data for L1 inductor:", "22.136", "35.609 %", kPrintFooter})
+        EXPECT_NE(text.find(part), std::string::npos) << part << " not in " << text;
+    EXPECT_EQ(text.find("L2 inductor"), std::string::npos);
 }
 
 TEST_F(FrmInductorTest, EachStopShowsOneMessageAndNoResults) {
     const std::string twoEntries =
-        "We need exactly two entries; enter only two of these:\r\n   Diameter\r\n   Length\r\n"
+        "We need exactly two entries; enter only two "
+        "of these:\r\n   Diameter\r\n   Length\r\n"
         "   Number of turns";
     struct Stop {
         const char *diameter, *length, *turns;
@@ -139,17 +160,6 @@ TEST_F(FrmInductorTest, EachStopShowsOneMessageAndNoResults) {
     }
 }
 
-TEST_F(FrmInductorTest, SwitchingTheUnitRelabelsWithoutConvertingTheEntries) {
-    FrmInductor& form = Open();
-    Type(form, "txtFormDiameter", "2");
-    Click(form, "Option2");
-    EXPECT_EQ(TextOf(form, "lblFormDiameter"), "Median diameter (cm): ");
-    EXPECT_EQ(TextOf(form, "txtFormDiameter"), "2");
-    EXPECT_EQ(coil.coilDiameter, 2.0f);  // held in inches as typed
-    Open();                              // the unit outlives the screen
-    EXPECT_EQ(coil.unitSystem, kCentimetres);
-}
-
 // Finds the gauge whose wire is exactly `diameter` inches in single precision.
 float GaugeForDiameter(float diameter) {
     float gauge = static_cast<float>(20.0 * std::log(0.327 / diameter) / std::log(10.2));
@@ -169,7 +179,8 @@ TEST_F(FrmInductorTest, AFullPitchIsMarkedRedAndTheGaugeTakesTheFocus) {
     Type(form, "txtFormLength", "4");
     Type(form, "txtTurns", "16");
     Click(form, "cmdCompute");
-    // The shown diameter is rounded: solved from it, the turns would not be 16 again.
+    // The shown diameter is rounded: solved from it, the turns would not be 16
+    // again.
     Type(form, "txtFormDiameter", "");
     Type(form, "txtActualGauge", PlainText(GaugeForDiameter(0.25f)));
     Click(form, "cmdCompute");
@@ -195,6 +206,9 @@ TEST_F(FrmInductorTest, PrintWaitsForEveryInductorOfTheDesign) {
     }
     EXPECT_TRUE(Enabled(form, "cmdPrint"));
     EXPECT_EQ(form.windings()[1]->targetInductance, state.L2);
+    dialogs.pdfPath = folder.str();  // a folder cannot be written as a file
+    Click(form, "cmdPrint");
+    EXPECT_EQ(dialogs.messages().back(), "We had a problem printing the inductor design data");
     testing::Key(&form, Qt::Key_Escape);
     EXPECT_EQ(returns, 1);
 }
