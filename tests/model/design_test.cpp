@@ -84,6 +84,8 @@ TEST_F(DesignTest, ValidationClampsInOrderAndRewritesFields) {
          {50, 300, 1500, 3.9e6f, 12.5f}},
         {"intermediate below the load", 1500, {{F::Intermediate, "40"}}, {kUpward},
          {{F::Intermediate, " 50"}}, {50, 50, 1500, 3.9e6f, 12}},
+        {"intermediate equal to the load", 1500, {{F::Intermediate, "50"}}, {},
+         {{F::Intermediate, "50 "}}, {50, 50, 1500, 3.9e6f, 12}},
         // The plate entry is read after this check: the previous plate load limits it.
         {"intermediate above the previous plate", 2500,
          {{F::Intermediate, "3000"}, {F::Plate, "3000"}}, {kDownward},
@@ -129,19 +131,15 @@ TEST_F(DesignTest, AcceptSettlesOneCompleteResult) {
     EXPECT_EQ(form.log.back(), "txtRinputMult=3k");
 }
 
-TEST_F(DesignTest, RaisedQFromTheEngineReachesTheQEntry) {
+// The engine raises a Q too low for the ratio and the Q entry shows it. After that, a file
+// action's validation and recomputation change nothing: the results stay those Accept settled,
+// as the screen still shows them.
+TEST_F(DesignTest, RecomputingAnUnchangedDesignKeepsItsResults) {
     Type({{F::Q, "1.5"}});  // too low to match 1500 ohms to 300 ohms
     EXPECT_FALSE(design->Accept(form, dialogs, reporter));
     EXPECT_EQ(dialogs.messages().size(), 1u);
     EXPECT_EQ(state().piQ, 3.0f);
     EXPECT_EQ(form.Text(F::Q), " 3");
-}
-
-// After a raised Q, a file action's validation and recomputation change nothing: the results
-// stay those Accept settled, as the screen still shows them.
-TEST_F(DesignTest, RecomputingAnUnchangedDesignKeepsItsResults) {
-    Type({{F::Q, "1.5"}});
-    design->Accept(form, dialogs, reporter);
     const auto phases = results().phases;
     const auto stresses = results().stresses.texts;
     dialogs.clear();

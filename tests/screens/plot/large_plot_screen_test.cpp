@@ -5,9 +5,9 @@
 #include <cmath>
 #include <string>
 
+#include "core/design_fixture.h"
 #include "model/design.h"
 #include "model/pictures/large_plot.h"
-#include "core/design_fixture.h"
 #include "support/recording_reporter.h"
 
 namespace varo {
@@ -47,6 +47,33 @@ TEST(CursorReadout, ShowsTheUsualImpedanceAngleAndTheReturnWithThePlotsSign) {
     const std::string text = CursorReadoutText(sweep, {}, XAt(sweep, 5e6));
     EXPECT_NE(text.find("|Zin|: 185.1 \u03A9\nZ angle: 9.1\u00B0"), std::string::npos) << text;
     EXPECT_NE(text.find("Return loss re 1.5 k\u03A9: -"), std::string::npos) << text;
+}
+
+// A hand-made three-point table from 1 to 10 MHz: X = 2000 + 9000 log10(f / 1 MHz). The cursor
+// shows its own frequency to 4 decimals of a MHz and the figures of the nearest point in log
+// frequency, which at the right edge is the last one.
+TEST(CursorReadout, ShowsTheCursorFrequencyAndTheNearestPointsFigures) {
+    SweepTable sweep;
+    sweep.start = 1e6f;
+    sweep.stop = 1e7f;
+    sweep.referenceOhms = 1500;
+    sweep.frequency = {1e6f, 3.6e6f, 1e7f};
+    sweep.transmissionDb = {-0.25f, -1.5f, -42.5f};
+    sweep.returnDb = {-30, -12.5f, -0.75f};
+    sweep.vswr = {1.0625f, 1.625f, 23.25f};
+    sweep.zMagnitude = {1480, 2250, 12.5f};
+    sweep.zAngleDeg = {-2, 4.5f, 80.5f};
+    const std::pair<float, std::string> cases[] = {
+        {11000,
+         "10 MHz\nTransmission: -42.5 dB\nReturn loss re 1.5 k\u03A9: -0.75 dB\nVSWR: 23.25\n"
+         "|Zin|: 12.5 \u03A9\nZ angle: 80.5\u00B0"},
+        {7020.0542f,  // 3.6123 MHz, nearest 3.6 MHz
+         "3.6123 MHz\nTransmission: -1.5 dB\nReturn loss re 1.5 k\u03A9: -12.5 dB\nVSWR: 1.625\n"
+         "|Zin|: 2.25 k\u03A9\nZ angle: 4.5\u00B0"},
+        {1999, ""},
+    };
+    for (const auto& [x, text] : cases)
+        EXPECT_EQ(CursorReadoutText(sweep, {}, x), text) << x;
 }
 
 }  // namespace

@@ -49,26 +49,6 @@ TEST(WriteOverlayFiles, WritesOneLinePerSweepPoint) {
     EXPECT_EQ(ReadBytes(folder.File("Data.S11")), kS11);
 }
 
-TEST(WriteOverlayFiles, AStandardSweepRoundTrips) {
-    DesignState written;
-    written.sweepIntervals = 2000;
-    // Values of at most 7 significant digits, which the file form keeps exactly.
-    for (int i = 0; i <= 2000; ++i) {
-        written.sweepFrequency[i] = 1750000.0f + 4000.0f * i;
-        written.sweepTransmission[i] = -0.5f * (i % 121);
-        written.sweepReturn[i] = -60.0f + 0.25f * (i % 240);
-    }
-    TempFolder folder;
-    ScriptedDialogs dialogs;
-    ASSERT_TRUE(WriteOverlayFiles(written, folder.str(), dialogs));
-    DesignState read;
-    OverlayData overlay;
-    ASSERT_TRUE(ReadOverlayFile(folder.File("Data.S21"), read, overlay).ok());
-    EXPECT_EQ(overlay.overlayLastIndex, 2000);
-    EXPECT_EQ(read.sweepFrequency, written.sweepFrequency);
-    EXPECT_EQ(overlay.overlayValue, written.sweepTransmission);
-}
-
 // Both files or neither: a new transmission curve is never left beside an old return curve.
 TEST(WriteOverlayFiles, AFailureBeepsReportsAndKeepsBothPreviousFiles) {
     DesignState sweep = ThreePointSweep();
@@ -100,6 +80,7 @@ TEST(ReadOverlayFile, TakesNumbersAsListInput) {
         {"1,2\n3 4\r5,,6", {1, 3, 5}, {2, 4, 6}},
         {"\t+7e6 -60\r\n\r\n", {7000000}, {-60}},
         {"1 2 3\r\n4", {1, 3}, {2, 4}},
+        {"1 2.5" + std::string(61, '0'), {1}, {2.5f}},  // an item of 64 characters
     };
     for (const auto& c : cases) {
         TempFolder folder;
@@ -134,7 +115,7 @@ TEST(ReadOverlayFile, RejectsAnUnusableFileWithoutTouchingTheSweep) {
          "Data.S21 holds text that is not a number; the overlay was not drawn."},
         {"1 2\r\n3 4,5\r\n", OverlayReadError::OddCount, ""},  // a decimal comma splits the number
         {"1 nan\r\n", OverlayReadError::NotANumber, ""},
-        {"1 " + std::string(100, '1') + "\r\n", OverlayReadError::NotANumber, ""},
+        {"1 2.5" + std::string(62, '0'), OverlayReadError::NotANumber, ""},  // 65 characters
         {"1 1e39\r\n", OverlayReadError::OutOfRange,
          "Data.S21 holds a number that is out of range; the overlay was not drawn."},
         {"1 -1e-46\r\n", OverlayReadError::OutOfRange, ""},
@@ -176,21 +157,14 @@ struct DrawCall {
 
 class ReadOverlayFilesTest : public ::testing::Test {
   protected:
-    bool Read() {
+    bool Read() { return Read(folder_); }
+    bool Read(const TempFolder& folder) {
         state_.plotFloorDb = -60;
         return ReadOverlayFiles(
-            state_, overlay_, folder_.str(), dialogs_,
+            state_, overlay_, folder.str(), dialogs_,
             [this](std::int16_t last, float top, float floor, std::int16_t c) {
                 draws_.push_back({last, top, floor, c, overlay_.overlayValue[0]});
             });
-    }
-    void ExpectFileTestMessage() {
-        ASSERT_EQ(dialogs_.events().size(), 1u);
-        const auto& event = dialogs_.events()[0];
-        EXPECT_EQ(event.kind, Kind::Message);
-        EXPECT_EQ(event.text, "Files enabling overlay have not been written.");
-        EXPECT_EQ(event.title, "File Test");
-        EXPECT_EQ(event.icon, MessageIcon::Exclamation);
     }
 
     TempFolder folder_;
@@ -200,14 +174,70 @@ class ReadOverlayFilesTest : public ::testing::Test {
     std::vector<DrawCall> draws_;
 };
 
-TEST_F(ReadOverlayFilesTest, DrawsTransmissionThenReturn) {
-    WriteBytes(folder_.File("Data.S21"), kS21);
-    WriteBytes(folder_.File("Data.S11"), " 1 -20 \r\n 2 -30 \r\n");
-    EXPECT_TRUE(Read());
-    EXPECT_TRUE(dialogs_.events().empty());
-    EXPECT_EQ(draws_, (std::vector<DrawCall>{{2, 0, -60, 0, -0.0123f}, {1, 0, -60, 1, -20}}));
-    EXPECT_EQ(state_.sweepFrequency[1], 2.0f);
-    EXPECT_EQ(state_.sweepFrequency[2], 14000000.0f) << "beyond the last pair stays";
+// Transmission, then return, each over the frequencies its own file brings; names in upper case
+// are found too. A missing or unusable file ends the operation with one message.
+TEST_F(ReadOverlayFilesTest, DrawsBothCurvesOrSaysWhyNot) {
+    const struct {
+        const char *s21Name, *s21, *s11Name, *s11;
+        std::vector<DrawCall> draws;
+        std::vector<float> frequencies;  // the sweep's first three afterwards
+        std::string message, title;
+    } cases[] = {
+        // The second file's two pairs replace two frequencies; the third stays.
+        {"Data.S21",
+         kS21,
+         "Data.S11",
+         " 1 -20 \r\n 2 -30 \r\n",
+         {{2, 0, -60, 0, -0.0123f}, {1, 0, -60, 1, -20}},
+         {1, 2, 1.4e7f},
+         "",
+         ""},
+        {"DATA.S21",
+         kS21,
+         "DATA.S11",
+         kS11,
+         {{2, 0, -60, 0, -0.0123f}, {2, 0, -60, 1, -20}},
+         {1.75e6f, 3.5e6f, 1.4e7f},
+         "",
+         ""},
+        {nullptr,
+         nullptr,
+         "Data.S11",
+         kS11,
+         {},
+         {0, 0, 0},
+         "Files enabling overlay have not been written.",
+         "File Test"},
+        {"Data.S21",
+         "1 2 3",
+         "Data.S11",
+         kS11,
+         {},
+         {0, 0, 0},
+         "Data.S21 ends with a frequency that has no value; the overlay was not drawn.",
+         std::string(kProgramTitle)},
+    };
+    for (const auto& c : cases) {
+        TempFolder folder;
+        state_ = DesignState{};
+        dialogs_.clear();
+        draws_.clear();
+        if (c.s21Name) WriteBytes(folder.File(c.s21Name), c.s21);
+        WriteBytes(folder.File(c.s11Name), c.s11);
+        EXPECT_EQ(Read(folder), c.message.empty()) << c.s11Name;
+        EXPECT_EQ(draws_, c.draws) << c.s11Name;
+        EXPECT_EQ(std::vector(state_.sweepFrequency.begin(), state_.sweepFrequency.begin() + 3),
+                  c.frequencies)
+            << c.s11Name;
+        if (c.message.empty()) {
+            EXPECT_TRUE(dialogs_.events().empty());
+            continue;
+        }
+        ASSERT_EQ(dialogs_.events().size(), 1u);
+        EXPECT_EQ(dialogs_.events()[0].text, c.message);
+        EXPECT_EQ(dialogs_.events()[0].title, c.title);
+        EXPECT_EQ(dialogs_.events()[0].icon, MessageIcon::Exclamation);
+    }
 }
 
 // An empty Data.S21 draws nothing and says nothing; Data.S11 is read and drawn after it.
@@ -222,31 +252,6 @@ TEST_F(ReadOverlayFilesTest, AnEmptyFileDrawsNothingAndTheOtherFollows) {
         EXPECT_EQ(draws_[0].lastIndex, -1);
         EXPECT_EQ(draws_[1], (DrawCall{0, 0, -60, 1, -20}));
     }
-}
-
-TEST_F(ReadOverlayFilesTest, FindsNamesWrittenInUpperCase) {
-    WriteBytes(folder_.File("DATA.S21"), kS21);
-    WriteBytes(folder_.File("DATA.S11"), kS11);
-    EXPECT_TRUE(Read());
-    EXPECT_EQ(draws_.size(), 2u);
-}
-
-TEST_F(ReadOverlayFilesTest, NoFilesDrawNothing) {
-    WriteBytes(folder_.File("Data.S11"), kS11);
-    EXPECT_FALSE(Read());
-    EXPECT_TRUE(draws_.empty());
-    ExpectFileTestMessage();
-}
-
-TEST_F(ReadOverlayFilesTest, ARejectedFileIsNamedAndEndsTheOperation) {
-    WriteBytes(folder_.File("Data.S21"), "1 2 3");
-    WriteBytes(folder_.File("Data.S11"), kS11);
-    EXPECT_FALSE(Read());
-    EXPECT_TRUE(draws_.empty());
-    ASSERT_EQ(dialogs_.messages().size(), 1u);
-    EXPECT_EQ(dialogs_.messages()[0],
-              "Data.S21 ends with a frequency that has no value; the overlay was not drawn.");
-    EXPECT_EQ(dialogs_.events()[0].icon, MessageIcon::Exclamation);
 }
 
 TEST_F(ReadOverlayFilesTest, APipeInPlaceOfAFileIsNamedWithItsReason) {
