@@ -95,6 +95,7 @@ TEST(EngineeringFormats, BandsUnitsAndPatterns) {
         {FormatHenry, 1e-16f, "0nH"},
         {FormatHenry, 1.23456789e-6f, "1.23457uH"},
         {FormatEng, -20, "-20  "},
+        {FormatEng, 1000, "1K"},  // a threshold belongs to the band above
         {FormatEng, 12345, "12.35K"},
         {FormatEng, 2000.5f, "2K"},  // v is really 2.00049996
         {FormatEng, -5e12f, "-5000G"},

@@ -70,8 +70,7 @@ TEST(ShowStresses, TextsByPart) {
           // lPhase 0: (vLoad - vMid) / xL2 = (316.228 - 223.607) / 50
           {P::L2Current, "1.8524 Arms"},
           {P::TotalPhase, "Total phase: -142.81 deg."}}},
-        // Without power the C1 current stays at its starting value 1.
-        {kReferenceDesign,
+        {kReferenceDesign,  // without power the C1 current stays at its starting value 1
          0,
          {{P::C1Current, "1 Arms"},
           {P::C2Current, " 0.0000  Arms"},
