@@ -11,11 +11,7 @@
 namespace varo::test {
 
 struct DesignInputs {
-    float frequency;
-    float plateR;
-    float intermediateR;
-    float loadR;
-    float piQ;
+    float frequency, plateR, intermediateR, loadR, piQ;
 };
 
 // The default design of a first run.

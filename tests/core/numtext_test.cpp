@@ -5,8 +5,8 @@
 #include <cfloat>
 #include <cmath>
 #include <limits>
-#include <random>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "support/decimal_comma_locale.h"
@@ -26,18 +26,16 @@ TEST(ParseEngNumber, WritesTrimmedTextBackAndReadsValue) {
         {"1.2.3", "1.2.3", 1.23f},
         {"m", "m", 0.0f},
         {"5mM", "5mM", 0.005f},
-        {"12-", "12-", 12.0f},
         {"--5", "--5", -5.0f},
-        {"5E--3", "5E--3", 0.005f},
         {"1E3k", "1E3k", 1000.0f},
         {"3,5 M", "3,5 M", 3.5e6f},
         {"2200p", "2200p", 2.2e-9f},
+        {"4.7U", "4.7U", 4.7e-6f},
         {"1g", "1g", 1e9f},
         {"   ", "", 0.0f},
         {"E5", "E5", 5.0f},         // an exponent letter before any digit is dropped
         {"5E0.1", "5E0.1", 50.0f},  // no point after an exponent: reads 5E01
-        {"1.5E", "1.5E", 1.5f},
-        {"\t7\t", "\t7\t", 7.0f},  // only blanks are trimmed
+        {"\t7\t", "\t7\t", 7.0f},   // only blanks are trimmed
         // 13 characters, one of them two bytes long: the cut keeps the character whole.
         {"1234567890\xC3\xA4"
          "12",
@@ -97,15 +95,27 @@ TEST(EngineeringFormats, BandsUnitsAndPatterns) {
         {FormatHenry, 1e-16f, "0nH"},
         {FormatHenry, 1.23456789e-6f, "1.23457uH"},
         {FormatEng, -20, "-20  "},
+        {FormatEng, 1000, "1K"},  // a threshold belongs to the band above
         {FormatEng, 12345, "12.35K"},
         {FormatEng, 2000.5f, "2K"},  // v is really 2.00049996
         {FormatEng, -5e12f, "-5000G"},
+        {FormatEng, -0.00123456f, "-1.2346m"},  // negatives take the pattern for v <= 1
+        {FormatEng, 1.23456e-13f, "0.1235p"},
+        // Far beyond any design: at most 7 digits, infinity as the largest single, NaN as zero.
+        {FormatHz, FLT_MAX, " 3.402824E+29G "},
+        {FormatHz, -std::numeric_limits<float>::infinity(), "-3.402823E+41mH"},
+        {FormatNumber, -std::numeric_limits<float>::infinity(), "-3.402824E+29G"},
+        {FormatNumber, 1.2345678e15f, "1234568G"},
+        {FormatFarad, FLT_MAX, "3.402823E+27GF"},
+        {FormatHz, std::numeric_limits<float>::quiet_NaN(), "0.0 "},
+        {FormatNumber, std::numeric_limits<float>::quiet_NaN(), " 0.0000  "},
+        {FormatFarad, std::numeric_limits<float>::quiet_NaN(), ""},
     };
     for (const auto& c : cases)
         EXPECT_EQ(c.format(c.x), c.expected) << "x = " << c.x;
 }
 
-TEST(GeneralForm, SinglePrecisionForms) {
+TEST(GeneralForm, SingleAndDoublePrecisionForms) {
     const struct {
         float v;
         const char *plain, *write, *print;
@@ -116,7 +126,6 @@ TEST(GeneralForm, SinglePrecisionForms) {
         {12345678.0f, "1.234568E+07", "1.234568E+07", " 1.234568E+07 "},
         {0.0001f, "0.0001", ".0001", " .0001 "},  // below 1E-04 only before rounding
         {0.00009f, "9E-05", "9E-05", " 9E-05 "},
-        {2000.002f, "2000.002", "2000.002", " 2000.002 "},
         {1234566.5f, "1234567", "1234567", " 1234567 "},  // ties round away from zero
         {-FLT_MAX, "-3.402823E+38", "-3.402823E+38", "-3.402823E+38 "},
         {std::numeric_limits<float>::denorm_min(), "1E-45", "1E-45", " 1E-45 "},
@@ -128,75 +137,27 @@ TEST(GeneralForm, SinglePrecisionForms) {
         EXPECT_EQ(FileForm(c.v), c.print) << c.v;
         EXPECT_EQ(SignedText(c.v) + " ", c.print) << c.v;
     }
-}
-
-TEST(GeneralForm, DoublePrecisionForms) {
-    const struct {
-        double v;
-        const char *plain, *print;
-    } cases[] = {
-        {0.1 + 0.2, "0.3", " .3 "},
-        {999999999999999.0, "999999999999999", " 999999999999999 "},
-        {1e15, "1E+15", " 1E+15 "},
-        {1234567890123456.0, "1.23456789012346E+15", " 1.23456789012346E+15 "},
-        {9.9999e-5, "9.9999E-05", " 9.9999E-05 "},
-        {std::numeric_limits<double>::denorm_min(), "5E-324", " 5E-324 "},
-    };
-    for (const auto& c : cases) {
-        EXPECT_EQ(PlainText(c.v), c.plain) << c.v;
-        EXPECT_EQ(PrintForm(c.v), c.print) << c.v;
-        EXPECT_EQ(FileForm(c.v), c.print) << c.v;
+    // A double shows up to 15 digits.
+    using Row = std::tuple<double, const char*, const char*>;
+    for (const auto& [v, plain, print] : std::initializer_list<Row>{
+             {0.1 + 0.2, "0.3", " .3 "},
+             {1e15, "1E+15", " 1E+15 "},
+             {1234567890123456.0, "1.23456789012346E+15", " 1.23456789012346E+15 "},
+             {std::numeric_limits<double>::denorm_min(), "5E-324", " 5E-324 "}}) {
+        EXPECT_EQ(PlainText(v), plain) << v;
+        EXPECT_EQ(FileForm(v), print) << v;
     }
     EXPECT_EQ(SignedText(-16) + "|" + PrintForm(1000), "-16| 1000 ");
-}
-
-// Written values must read back as the same single through the entry parser, exponent included.
-TEST(GeneralForm, WriteFormReadsBackThroughTheParser) {
-    std::mt19937 random(20240611);
-    std::uniform_int_distribution<int> mantissa(1000000, 9999999);
-    std::uniform_int_distribution<int> exponent(-10, 2);
-    for (int i = 0; i < 3000; ++i) {
-        const float v = static_cast<float>(mantissa(random) * std::pow(10.0, exponent(random)));
-        std::string text = WriteForm(v);
-        EXPECT_EQ(ParseEngNumber(text), v) << WriteForm(v);
-    }
 }
 
 TEST(NumberText, DecimalCommaLocaleChangesNothing) {
     testing::DecimalCommaLocale locale;
     if (!locale.active()) GTEST_SKIP() << "no decimal-comma locale installed";
-    EXPECT_EQ(FormatNumber(1234.5f), "1.235k");
-    EXPECT_EQ(PlainText(0.5f), "0.5");
-    EXPECT_EQ(PrintForm(0.000006), " 6E-06 ");
-    EXPECT_EQ(FormatPattern(0.125, "##.##"), ".13");
     std::string point = "3.5M";
     EXPECT_EQ(ParseEngNumber(point), 3.5e6f);
-}
-
-// Values far beyond any design keep their size but show at most 7 digits; an infinity shows as
-// the largest single, NaN as the zero text.
-TEST(NumberText, ExtremeValuesGiveBoundedTexts) {
-    const struct {
-        float x;
-        const char *hz, *number, *farad;
-    } cases[] = {
-        {FLT_MAX, " 3.402824E+29G ", "3.402824E+29G", "3.402823E+27GF"},
-        {-std::numeric_limits<float>::infinity(), "-3.402823E+41mH", "-3.402824E+29G",
-         "-3.402823E+27GF"},
-        {1.2345678e15f, " 1234568G ", "1234568G", "12345.68GF"},
-        {std::numeric_limits<float>::quiet_NaN(), "0.0 ", " 0.0000  ", ""},
-    };
-    for (const auto& c : cases) {
-        EXPECT_EQ(FormatHz(c.x), c.hz) << c.x;
-        EXPECT_EQ(FormatNumber(c.x), c.number) << c.x;
-        EXPECT_EQ(FormatFarad(c.x), c.farad) << c.x;
-        for (auto format : {FormatEng, FormatHenry}) {
-            const std::string text = format(c.x);
-            EXPECT_LE(text.size(), 15u) << text;
-            EXPECT_EQ(text.find("inf"), std::string::npos) << text;
-            EXPECT_EQ(text.find("nan"), std::string::npos) << text;
-        }
-    }
+    EXPECT_EQ(FormatNumber(1234.5f) + PlainText(0.5f) + PrintForm(0.000006) +
+                  FormatPattern(0.125, "##.##"),
+              "1.235k0.5 6E-06 .13");
 }
 
 std::vector<float> Grid(float start, float stop) {
@@ -208,21 +169,16 @@ std::vector<float> Grid(float start, float stop) {
     return {state.gridFrequencies.begin(), state.gridFrequencies.begin() + state.gridLastIndex + 1};
 }
 
-// The steps within a design's sweep show on the large plot's grid.
-TEST(BuildLogGrid, TinyOrEmptyRanges) {
+// The large plot's grid steps; the scan ends even for an infinite top.
+TEST(BuildLogGrid, TinyEmptyAndInfiniteRanges) {
     EXPECT_EQ(Grid(0, 0.0015f), (std::vector<float>{0.001f, 0.001f * 1.5f}));
     for (const float stop : {0.0009f, -5.0f, std::numeric_limits<float>::quiet_NaN()})
         EXPECT_TRUE(Grid(0, stop).empty()) << stop;
-}
-
-TEST(BuildLogGrid, EndsForAnInfiniteTop) {
     const std::vector<float> grid = Grid(1, std::numeric_limits<float>::infinity());
     ASSERT_GT(grid.size(), 300u);
     EXPECT_NEAR(grid.front(), 1.0f, 1e-6f);
-    for (std::size_t i = 1; i < grid.size(); ++i) {
-        ASSERT_TRUE(std::isfinite(grid[i]));
-        ASSERT_LT(grid[i - 1], grid[i]);
-    }
+    for (std::size_t i = 1; i < grid.size(); ++i)
+        ASSERT_TRUE(std::isfinite(grid[i]) && grid[i - 1] < grid[i]) << i;
 }
 
 }  // namespace

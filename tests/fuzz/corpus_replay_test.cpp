@@ -10,26 +10,20 @@
 namespace varo::fuzz {
 namespace {
 
-namespace fs = std::filesystem;
-
 // Replays the seed corpus of each fuzz target, so every build (the sanitizer one included) runs
 // the inputs that once mattered. A broken rule aborts the replay.
 TEST(FuzzCorpus, ReplaysEverySeed) {
-    const fs::path corpus = VARO_FUZZ_CORPUS;
-    const struct {
-        const char* folder;
-        void (*target)(std::string_view);
-    } targets[] = {
+    const std::pair<const char*, void (*)(std::string_view)> targets[] = {
         {"number_text", NumberText}, {"last_session", LastSession}, {"overlay", Overlay}};
-    for (const auto& t : targets) {
+    for (const auto& [folder, target] : targets) {
         int seeds = 0;
-        for (const auto& entry : fs::directory_iterator(corpus / t.folder)) {
+        for (const auto& entry : std::filesystem::directory_iterator(
+                 std::filesystem::path(VARO_FUZZ_CORPUS) / folder)) {
             std::ifstream in(entry.path(), std::ios::binary);
-            const std::string bytes{std::istreambuf_iterator<char>(in), {}};
-            t.target(bytes);
+            target(std::string(std::istreambuf_iterator<char>(in), {}));
             ++seeds;
         }
-        EXPECT_GT(seeds, 0) << t.folder;
+        EXPECT_GT(seeds, 0) << folder;
     }
 }
 

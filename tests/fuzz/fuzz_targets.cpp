@@ -13,7 +13,6 @@
 #include "session/last_session.h"
 
 namespace varo::fuzz {
-
 namespace {
 
 void Require(bool rule) {
@@ -47,11 +46,10 @@ void NumberText(std::string_view bytes) {
     const float value = ParseEngNumber(text);
     Require(WithinEntryLimits(value));
     RequireBoundedTexts(value);
-    if (bytes.size() >= sizeof(float)) {
-        float raw = 0;
-        std::memcpy(&raw, bytes.data(), sizeof raw);  // any bit pattern, infinities and NaN too
-        RequireBoundedTexts(raw);
-    }
+    if (bytes.size() < sizeof(float)) return;
+    float raw = 0;
+    std::memcpy(&raw, bytes.data(), sizeof raw);  // any bit pattern, infinities and NaN too
+    RequireBoundedTexts(raw);
 }
 
 void LastSession(std::string_view bytes) {
@@ -66,12 +64,9 @@ void LastSession(std::string_view bytes) {
 void Overlay(std::string_view bytes) {
     DesignState state;
     OverlayData overlay;
-    const OverlayReadResult result = ReadOverlayFile(ScratchFile(bytes), state, overlay);
-    if (!result.ok()) {
-        Require(overlay.overlayLastIndex == -1);
-        return;
-    }
-    Require(overlay.overlayLastIndex >= 0 && overlay.overlayLastIndex < kSweepPoints);
+    const bool ok = ReadOverlayFile(ScratchFile(bytes), state, overlay).ok();
+    Require(ok ? overlay.overlayLastIndex >= 0 && overlay.overlayLastIndex < kSweepPoints
+               : overlay.overlayLastIndex == -1);
     for (int i = 0; i <= overlay.overlayLastIndex; ++i)
         Require(state.sweepFrequency[i] > 0 && std::isfinite(overlay.overlayValue[i]));
 }

@@ -15,8 +15,6 @@ namespace {
 
 using testing::ReadBytes;
 using testing::TempFolder;
-using testing::WriteBytes;
-using Kind = ScriptedDialogs::Event::Kind;
 
 // The eight values in file order: frequency, plate, intermediate, load, Q, swing, spare, power.
 using Inputs = std::array<float, 8>;
@@ -25,29 +23,14 @@ constexpr std::array<float DesignState::*, 8> kFields{
     &DesignState::loadR,     &DesignState::piQ,    &DesignState::peakSwing,
     &DesignState::spare,     &DesignState::rfPower};
 
-Inputs InputsOf(const DesignState& s) {
-    Inputs in{};
-    for (std::size_t i = 0; i < in.size(); ++i)
-        in[i] = s.*kFields[i];
-    return in;
-}
-
-void Fill(DesignState& s, const Inputs& in) {
-    for (std::size_t i = 0; i < in.size(); ++i)
-        s.*kFields[i] = in[i];
-}
-
-// What the reader starts from: odd values everywhere, so defaults and untouched fields show.
-constexpr Inputs kBefore{1, 2, 3, 4, 5, 11, 22, 33};
-// The defaults, with swing, spare and power as they were.
-constexpr Inputs kDefaults{3900000, 1500, 300, 50, 12, 11, 22, 33};
-
 // A failure beeps, says so, and leaves the file as it was; every write failure takes the same
 // path, so a full disk stands for them all.
 TEST(WriteLastSession, WritesTheThirteenLabelledLinesOrBeepsAndKeepsThePreviousFile) {
     TempFolder folder;
     DesignState state;
-    Fill(state, {29700000, 2222.5, 312.5, 75, 0.5, -3, 7, 1000});
+    const Inputs values{29700000, 2222.5, 312.5, 75, 0.5, -3, 7, 1000};
+    for (std::size_t i = 0; i < values.size(); ++i)
+        state.*kFields[i] = values[i];
     ScriptedDialogs dialogs;
     const std::string path = SessionFilePath(folder.str());
     ASSERT_EQ(path, folder.str() + "/VARO.CFG");
@@ -66,34 +49,22 @@ TEST(WriteLastSession, WritesTheThirteenLabelledLinesOrBeepsAndKeepsThePreviousF
     EXPECT_EQ(ReadBytes(path), written);
     EXPECT_EQ(state.spare, 0.0f);
 
-    state.frequency = 7e6f;
     {
         const FileSizeLimit disk(0);
-        EXPECT_FALSE(WriteLastSession(state, path, dialogs, "11/15/2026"));
+        EXPECT_FALSE(WriteLastSession(state, path, dialogs, "11/16/2026"));
     }
     ASSERT_EQ(dialogs.events().size(), 2u);
-    EXPECT_EQ(dialogs.events()[0].kind, Kind::Beep);
-    EXPECT_EQ(dialogs.events()[1].kind, Kind::Message);
+    EXPECT_EQ(dialogs.events()[0].kind, ScriptedDialogs::Event::Kind::Beep);
     EXPECT_EQ(dialogs.events()[1].text, "The Last-Session file was not written correctly.");
     EXPECT_EQ(dialogs.events()[1].title, kProgramTitle);
     EXPECT_EQ(dialogs.events()[1].detail, path + ": File too large");
     EXPECT_EQ(ReadBytes(path), written);
 }
 
-// Reads `bytes` as the session file, or with no file at all.
-Inputs ReadFrom(const std::optional<std::string>& bytes) {
-    TempFolder folder;
-    const std::string path = SessionFilePath(folder.str());
-    if (bytes) WriteBytes(path, *bytes);
-    DesignState state;
-    Fill(state, kBefore);
-    state.genMultiplier = 5;
-    ReadLastSession(state, path);
-    EXPECT_EQ(state.genMultiplier, 1.0f);
-    return InputsOf(state);
-}
-
+// Useful lines (neither blank nor a "*" comment) are taken by position only: two header lines,
+// then the values; odd values before the read show what stays untouched.
 TEST(ReadLastSession, TakesUsefulLinesByPositionOnly) {
+    constexpr Inputs kDefaults{3900000, 1500, 300, 50, 12, 11, 22, 33};
     const struct {
         const char* name;
         std::optional<std::string> bytes;
@@ -101,12 +72,6 @@ TEST(ReadLastSession, TakesUsefulLinesByPositionOnly) {
     } cases[] = {
         // What cannot be read as a file (a pipe, a device) ends the read the same way, silently.
         {"no file", std::nullopt, kDefaults},
-        {"as written",
-         "VARO last-session file\r\n\r\n11/15/2026\r\n\r\n"
-         "Frequency: 7150000\r\nPlate impedance: 2000\r\nIntermediate impedance: 250\r\n"
-         "Load impedance: 75\r\nPI-section Q: 10\r\nPeak plate voltage swing: 2500\r\n"
-         "Spare: 0\r\nRF power: 1000\r\n\r\n",
-         {7150000, 2000, 250, 75, 10, 2500, 0, 1000}},
         {"comments and blanks anywhere, also before the header",
          "* saved by hand\r\n\r\nVARO last-session file\r\n*\r\n11/15/2026\r\n"
          "Frequency: 7e6\r\n\r\n* plate next\r\nPlate impedance: 2k\r\n3,5E2\r\n*\r\n"
@@ -119,22 +84,27 @@ TEST(ReadLastSession, TakesUsefulLinesByPositionOnly) {
          {7000000, 1, 2, 3, 4, 11, 22, 33}},
         // The parser keeps the first 12 characters, "Frequency 7e": so 7, not 7 MHz.
         {"no colon hands the whole line to the parser; any label will do",
-         "header\r\ndate\r\nFrequency 7e6\r\nxyz: 1k\r\n: 200\r\nLoad 8\r\nQ: 9\r\n",
-         {7, 1000, 200, 8, 9, 11, 22, 33}},
-        {"the text after the first colon only",
-         "a:b\r\nc:d\r\nf: 1:2\r\n2\r\n3\r\n4\r\n5\r\n",
-         {12, 2, 3, 4, 5, 11, 22, 33}},
-        {"values already read stay when the file ends early",
-         "h\r\nd\r\n7e6\r\n2000\r\n",
-         {7000000, 2000, 300, 50, 12, 11, 22, 33}},
-        {"fewer than three useful lines keep every default", "VARO last-session file\r\n11/15\r\n",
-         kDefaults},
+         "header\r\ndate\r\nFrequency 7e6\r\nxyz: 1k\r\n: 200\r\nLoad 8\r\nQ: 9:2\r\n",
+         {7, 1000, 200, 8, 92, 11, 22, 33}},  // the text after the first colon only: "9:2"
+        {"fewer than three useful lines keep every default", "h\r\n11/15\r\n", kDefaults},
         {"nothing after the tenth useful line is read",
          "h\r\nd\r\n1\r\n2\r\n3\r\n4\r\n5\r\n6\r\n7\r\n8\r\n9\r\n10\r\n",
          {1, 2, 3, 4, 5, 6, 7, 8}},
     };
-    for (const auto& c : cases)
-        EXPECT_EQ(ReadFrom(c.bytes), c.expected) << c.name;
+    for (const auto& c : cases) {
+        TempFolder folder;
+        const std::string path = SessionFilePath(folder.str());
+        if (c.bytes) testing::WriteBytes(path, *c.bytes);
+        DesignState state;
+        const Inputs before{1, 2, 3, 4, 5, 11, 22, 33};
+        for (std::size_t i = 0; i < before.size(); ++i)
+            state.*kFields[i] = before[i];
+        state.genMultiplier = 5;
+        ReadLastSession(state, path);
+        EXPECT_EQ(state.genMultiplier, 1.0f) << c.name;
+        for (std::size_t i = 0; i < kFields.size(); ++i)
+            EXPECT_EQ(state.*kFields[i], c.expected[i]) << c.name << ", value " << i;
+    }
 }
 
 }  // namespace

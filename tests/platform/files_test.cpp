@@ -1,0 +1,193 @@
+#include "platform/system.h"
+#include "platform/textfile.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <iterator>
+#include <locale>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "core/fault.h"
+#include "platform/file_size_limit.h"
+#include "platform/save_file.h"
+#include "support/temp_folder.h"
+#include "support/time_limit.h"
+
+namespace varo {
+namespace {
+
+using namespace std::chrono_literals;
+using testing::ReadBytes;
+using testing::TempFolder;
+using testing::WriteBytes;
+
+long FilesIn(const TempFolder& folder) {
+    return std::distance(std::filesystem::directory_iterator(folder.str()), {});
+}
+
+unsigned Permissions(const std::string& path) {
+    struct stat info {};
+    ::stat(path.c_str(), &info);
+    return info.st_mode & 0777;
+}
+
+// A failure while writing leaves the previous file and no temporary file beside it.
+TEST(SaveFile, WritesWholeOrLeavesThePreviousFileAndNoOtherFile) {
+    for (const std::size_t diskRoom : {1000, 0, 5}) {  // bytes before the disk is full
+        TempFolder folder;
+        const std::string path = folder.File("out.txt");
+        WriteBytes(path, std::string(100, 'x'));
+        const bool saved = diskRoom >= 9;  // the new text's size
+        const FileSizeLimit disk(diskRoom);
+        if (saved) {
+            SaveFile(path, "one\ttwo\r\n");
+        } else {
+            EXPECT_THROW(SaveFile(path, "one\ttwo\r\n"), FileError) << diskRoom;
+        }
+        EXPECT_EQ(ReadBytes(path), saved ? "one\ttwo\r\n" : std::string(100, 'x')) << diskRoom;
+        EXPECT_EQ(FilesIn(folder), 1) << diskRoom;
+    }
+}
+
+// A new file gets what the user's umask allows; a replaced one keeps its permissions, and a link
+// to it stays a link.
+TEST(SaveFile, NewFileFollowsTheUmaskAndAReplacedFileKeepsLinkAndPermissions) {
+    TempFolder folder;
+    const mode_t saved = ::umask(022);
+    SaveFile(folder.File("new.txt"), "new");
+    ::umask(saved);
+    EXPECT_EQ(Permissions(folder.File("new.txt")), 0644u);
+    WriteBytes(folder.File("real.txt"), "old");
+    ::chmod(folder.File("real.txt").c_str(), 0640);
+    std::filesystem::create_symlink("real.txt", folder.File("link.txt"));
+    SaveFile(folder.File("link.txt"), "new");
+    EXPECT_TRUE(std::filesystem::is_symlink(folder.File("link.txt")));
+    EXPECT_EQ(ReadBytes(folder.File("real.txt")), "new");
+    EXPECT_EQ(Permissions(folder.File("real.txt")), 0640u);
+}
+
+TEST(SaveFile, WritesASpecialFileInPlaceAndNeverWaitsForAPipeReader) {
+    TempFolder folder;
+    testing::MakePipe(folder.File("pipe"));
+    ASSERT_TRUE(testing::FinishesWithin(2s, [&] {
+        SaveFile("/dev/null", "x");
+        EXPECT_THROW(SaveFile(folder.File("pipe"), "x"), FileError);
+    }));
+    EXPECT_TRUE(std::filesystem::is_character_file("/dev/null")) << "it must never be replaced";
+}
+
+TEST(SaveFiles, AFailureWhileWritingAnyLeavesAllAsTheyWere) {
+    TempFolder folder;
+    WriteBytes(folder.File("a"), "old a");
+    WriteBytes(folder.File("b"), "old b");
+    const FileContents files[] = {{folder.File("a"), "new"}, {folder.File("b"), "longer new b"}};
+    {
+        const FileSizeLimit disk(8);  // room for the first new file, not the second
+        EXPECT_THROW(SaveFiles(files), FileError);
+    }
+    EXPECT_EQ(ReadBytes(folder.File("a")), "old a");
+    EXPECT_EQ(ReadBytes(folder.File("b")), "old b");
+    EXPECT_EQ(FilesIn(folder), 2);
+}
+
+TEST(TextFileReader, SplitsOnCrLfAndOnALoneCrOrLfUpToItsLimit) {
+    const struct {
+        std::string bytes;
+        std::vector<std::string> lines;
+        std::size_t maxBytes = 1000;
+    } cases[] = {
+        {"", {}},
+        {"a\r\nb", {"a", "b"}},
+        {"a\nb\n", {"a", "b"}},
+        {"a\rb\r", {"a", "b"}},
+        {"a\r\n\r\n", {"a", ""}},
+        {"a\r\r\nb", {"a", "", "b"}},
+        {"a\n\rb", {"a", "", "b"}},
+        {"ab\r\ncd\r\n", {"ab", "c"}, 5},
+    };
+    TempFolder folder;
+    for (const auto& c : cases) {
+        WriteBytes(folder.File("in.txt"), c.bytes);
+        TextFileReader file(folder.File("in.txt"), c.maxBytes);
+        std::vector<std::string> lines;
+        std::string line;
+        // At its end exactly when no line is left.
+        while (!file.AtEnd() && file.ReadLine(line))
+            lines.push_back(line);
+        EXPECT_TRUE(file.AtEnd());
+        EXPECT_FALSE(file.ReadLine(line));
+        EXPECT_EQ(lines, c.lines) << c.bytes;
+    }
+}
+
+TEST(InputFile, RefusesAllButRegularFilesAtOnce) {
+    TempFolder folder;
+    testing::MakePipe(folder.File("pipe"));
+    const std::pair<std::string, const char*> cases[] = {
+        {folder.File("none"), "No such file or directory"},
+        {folder.str(), "Is a directory"},
+        {folder.File("pipe"), "not a regular file"},
+        {"/dev/zero", "not a regular file"},
+    };
+    for (const auto& [path, reason] : cases) {
+        std::string refusal;
+        EXPECT_TRUE(testing::FinishesWithin(2s, [&] {
+            try {
+                InputFile file(path);
+            } catch (const FileError& error) {
+                refusal = error.what();
+            }
+        }));
+        EXPECT_EQ(refusal, path + ": " + reason);
+    }
+}
+
+TEST(ExecutableFolder, IsTheFolderOfTheRunningTest) {
+    const std::string folder = ExecutableFolder();
+    EXPECT_TRUE(FileExists(folder + "/varo_platform_tests")) << folder;
+    EXPECT_NE(folder.back(), '/');
+}
+
+TEST(FindFileIgnoringCase, FindsTheNameInAnyCaseAndPrefersAnExactMatch) {
+    TempFolder folder;
+    WriteBytes(folder.File("DATA.S21"), "upper");
+    EXPECT_EQ(FindFileIgnoringCase(folder.str(), "Data.S21"), folder.File("DATA.S21"));
+    EXPECT_EQ(FindFileIgnoringCase(folder.str(), "Data.S11"), std::nullopt);
+    EXPECT_EQ(FindFileIgnoringCase(folder.File("nowhere"), "Data.S21"), std::nullopt);
+    WriteBytes(folder.File("Data.S21"), "exact");
+    EXPECT_EQ(FindFileIgnoringCase(folder.str(), "Data.S21"), folder.File("Data.S21"));
+}
+
+// The date of 15 November 2026 under LC_ALL=`locale`.
+std::string DateUnder(const char* locale) {
+    ::setenv("LC_ALL", locale, 1);  // each test runs in a process of its own
+    std::tm date{};
+    date.tm_year = 2026 - 1900;
+    date.tm_mon = 10;
+    date.tm_mday = 15;
+    return ShortDateText(date);
+}
+
+// Plain or missing locales give month/day/four-digit year; a user locale is followed without
+// changing the program's own.
+TEST(ShortDateText, FollowsTheUserLocale) {
+    for (const char* name : {"C", "POSIX", "C.UTF-8", "xx_NOWHERE.UTF-8"})
+        EXPECT_EQ(DateUnder(name), "11/15/2026") << name;
+    const std::string globalBefore = std::locale().name();
+    try {
+        std::locale probe("de_DE.UTF-8");
+    } catch (const std::exception&) {
+        GTEST_SKIP() << "de_DE.UTF-8 is not installed";
+    }
+    EXPECT_EQ(DateUnder("de_DE.UTF-8"), "15.11.2026");
+    EXPECT_EQ(std::locale().name(), globalBefore);
+}
+
+}  // namespace
+}  // namespace varo
