@@ -12,6 +12,7 @@
 
 #include "export/as_built_design.h"
 #include "export/design_cases.h"
+#include "export/external_tools.h"
 #include "support/temp_folder.h"
 
 namespace varo {
@@ -19,10 +20,6 @@ namespace {
 
 using testing::HandDesign;
 using testing::LSection;
-
-bool RunsClean(const std::string& commandLine) {
-    return std::system(commandLine.c_str()) == 0;
-}
 
 std::string Head(const char* intermediate, const char* swing) {
     return std::string("* VARO pi-L network: 3500000 Hz, plate load 2000 ohms, load 50 ohms\r\n") +
@@ -82,8 +79,8 @@ TEST(SpiceNetlist, ADesignThatCannotBeWorkedOutIsReported) {
 // subnormal numbers ngspice may write).
 std::map<std::string, std::vector<std::complex<double>>> Simulate(
     const testing::TempFolder& folder) {
-    EXPECT_TRUE(RunsClean("cd " + folder.str() +
-                          " && SPICE_ASCIIRAWFILE=1 ngspice -b -r ac.raw net.cir > log 2>&1"));
+    EXPECT_TRUE(testing::RunsClean(
+        "cd " + folder.str() + " && SPICE_ASCIIRAWFILE=1 ngspice -b -r ac.raw net.cir > log 2>&1"));
     const std::string raw = testing::ReadBytes(folder.File("ac.raw"));
     std::istringstream in(raw.substr(raw.find("\nVariables:") + 11));
     std::vector<std::string> names;  // a line each: index, name, kind
@@ -108,7 +105,8 @@ std::map<std::string, std::vector<std::complex<double>>> Simulate(
 // simulates agrees with the program's own analysis of the same network (C3 across the load
 // analysed too where the L section steps up).
 TEST(SpiceNetlist, NgspiceSimulatesWhatTheAnalysisComputes) {
-    if (!RunsClean("command -v ngspice > /dev/null")) GTEST_SKIP() << "ngspice is not installed";
+    if (!testing::RunsClean("command -v ngspice > /dev/null"))
+        GTEST_SKIP() << "ngspice is not installed";
     const struct {
         test::DesignInputs inputs;
         float genMultiplier;

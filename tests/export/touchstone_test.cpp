@@ -2,11 +2,18 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+#include <fstream>
+#include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "core/design_fixture.h"
+#include "export/as_built_design.h"
+#include "export/external_tools.h"
 #include "platform/dialogs.h"
+#include "support/recording_reporter.h"
 #include "support/temp_folder.h"
 
 namespace varo {
@@ -67,6 +74,84 @@ TEST(Touchstone, WritesTheFileOrSaysWhyNot) {
                   c.message ? std::vector<std::string>{c.message} : std::vector<std::string>{});
     }
     EXPECT_EQ(ReadBytes(folder.File("net.S1P")), TouchstoneText(*state, TouchstoneKind::OnePort));
+}
+
+// ---- Read back by scikit-rf -------------------------------------------------------------------
+
+// Debian's scikit-rf 0.15 still names numpy.complex, which numpy 1.24 dropped.
+const char kReader[] = R"(import sys, numpy as np
+np.complex = complex
+import skrf
+args = sys.argv[1:]
+for s2p, s1p, plate, load, result in zip(*[iter(args)] * 5):
+    two, one = skrf.Network(s2p), skrf.Network(s1p)
+    s = two.s
+    loss = [np.max(np.abs(1 - np.abs(s[:, 0, p])**2 - np.abs(s[:, 1, p])**2)) for p in (0, 1)]
+    with open(result, "w") as out:
+        print(loss[0], loss[1], np.max(np.abs(s[:, 0, 1] - s[:, 1, 0])), file=out)
+        two.renormalize([float(plate), float(load)])
+        for row in zip(two.s_db[:, 0, 0], two.s_db[:, 1, 0], one.s_db[:, 0, 0]):
+            print(*row, file=out)
+)";
+
+// A Python that has scikit-rf, or nothing.
+std::optional<std::string> PythonWithScikitRf() {
+    std::vector<std::string> candidates{"python3", "/usr/bin/python3"};
+    if (const char* chosen = std::getenv("VARO_PYTHON"))
+        candidates.insert(candidates.begin(), chosen);
+    for (const auto& python : candidates)
+        if (testing::RunsClean(python + " -c 'import numpy as np; np.complex = complex; "
+                                        "import skrf' > /dev/null 2>&1"))
+            return python;
+    return std::nullopt;
+}
+
+// Renormalised to the plate load and the load, the two-port's S11 is the program's return loss
+// and |S21|^2 its transducer gain (generator equal to the plate load); the one-port repeats that
+// S11. With the analysis's Q of 1e7 the network is reciprocal and practically lossless.
+TEST(Touchstone, ScikitRfReadsWhatTheAnalysisComputes) {
+    const auto python = PythonWithScikitRf();
+    if (!python) GTEST_SKIP() << "python3 with scikit-rf is not installed";
+    const test::DesignInputs cases[] = {
+        test::kReferenceDesign,    // the default design: steps down
+        {7e6f, 2500, 25, 75, 12},  // steps up, C3 across the load analysed too
+    };
+    TempFolder folder;
+    testing::WriteBytes(folder.File("read.py"), kReader);
+    std::string commandLine = *python + " " + folder.File("read.py");
+    std::vector<std::unique_ptr<DesignState>> states;
+    for (const auto& c : cases) {
+        auto& state = states.emplace_back(testing::AsBuiltDesign(c));
+        test::RecordingReporter reporter;
+        ASSERT_TRUE(SweepRoutine(*state, reporter));
+
+        const std::string stem = folder.File(std::to_string(states.size()));
+        ScriptedDialogs dialogs;
+        ASSERT_TRUE(WriteTouchstoneFile(*state, stem + ".s2p", dialogs));
+        ASSERT_TRUE(WriteTouchstoneFile(*state, stem + ".s1p", dialogs));
+        commandLine += " " + stem + ".s2p " + stem + ".s1p " + std::to_string(c.plateR) + " " +
+                       std::to_string(c.loadR) + " " + stem + ".txt";
+    }
+    ASSERT_TRUE(testing::RunsClean(commandLine + " > /dev/null 2>&1"));
+
+    for (std::size_t k = 0; k < states.size(); ++k) {
+        SCOPED_TRACE(k);
+        const DesignState& state = *states[k];
+        std::ifstream read(folder.File(std::to_string(k + 1) + ".txt"));
+        double lossPort1 = 1, lossPort2 = 1, reciprocity = 1;
+        read >> lossPort1 >> lossPort2 >> reciprocity;
+        EXPECT_LT(lossPort1, 1e-6);
+        // Matched from the load side, the network dissipates its loaded Q over 1e7.
+        EXPECT_LT(lossPort2, 5e-6);
+        EXPECT_LT(reciprocity, 1e-9);  // the files keep 10 digits
+        int points = 0;
+        for (double s11, s21, onePort; read >> s11 >> s21 >> onePort; ++points) {
+            EXPECT_NEAR(s11, state.sweepReturn[points], 1e-4) << points;
+            EXPECT_NEAR(s21, state.sweepTransmission[points], 1e-4) << points;
+            EXPECT_NEAR(onePort, state.sweepReturn[points], 1e-4) << points;
+        }
+        EXPECT_EQ(points, kSweepPoints);
+    }
 }
 
 }  // namespace

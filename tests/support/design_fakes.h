@@ -4,8 +4,8 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/field_form.h"
 #include "model/design_form.h"
+#include "platform/field_form.h"
 
 namespace varo::test {
 

@@ -80,6 +80,31 @@ class FrmDesignTest : public ::testing::Test {
     FrmDesign form{design, dialogs, session};
 };
 
+// A screen reader says an entry's caption; every control has a name to say and a tip.
+TEST_F(FrmDesignTest, EveryControlHasASpokenNameAndATip) {
+    int captioned = 0;
+    for (const QLabel* label : form.findChildren<QLabel*>()) {
+        if (label->buddy() == nullptr) continue;
+        EXPECT_EQ(label->buddy()->accessibleName(), label->text());
+        ++captioned;
+    }
+    EXPECT_EQ(captioned, 7);  // the five design entries and the two loss Qs
+    for (QWidget* control : form.findChildren<QWidget*>()) {
+        const auto* button = qobject_cast<QPushButton*>(control);
+        const bool interactive = button != nullptr ||
+                                 qobject_cast<QLineEdit*>(control) != nullptr ||
+                                 qobject_cast<UpDown*>(control) != nullptr;
+        if (!interactive || !control->isVisible()) continue;
+        // A button without a name of its own is read by its caption: a word, not a bare sign.
+        const QString spoken = control->accessibleName().isEmpty() && button != nullptr
+                                   ? button->text()
+                                   : control->accessibleName();
+        const std::string name = control->objectName().toStdString();
+        EXPECT_GT(spoken.size(), 1) << name;
+        EXPECT_FALSE(control->toolTip().isEmpty()) << name;
+    }
+}
+
 TEST_F(FrmDesignTest, ShowingTheScreenDrawsTheDesignItHolds) {
     EXPECT_TRUE(dialogs.messages().empty());
     EXPECT_EQ(Text("txtFrequency"), FormatHz(3.9e6f));

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <cstdlib>
+#include <string>
+
+namespace varo::testing {
+
+// Runs a shell command line; true when it exits 0.
+inline bool RunsClean(const std::string& commandLine) {
+    return std::system(commandLine.c_str()) == 0;
+}
+
+// True when `command` is on the search path.
+inline bool Installed(const std::string& command) {
+    return RunsClean("command -v " + command + " > /dev/null 2>&1");
+}
+
+}  // namespace varo::testing
