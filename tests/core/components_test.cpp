@@ -7,17 +7,12 @@
 #include <string>
 
 #include "core/fault.h"
-#include "core/network.h"
 #include "design_fixture.h"
-#include "support/recording_reporter.h"
 
 namespace varo {
 namespace {
 
-using test::CalculatedDesign;
-using test::DesignInputs;
-using test::MakeDesign;
-using test::RecordingReporter;
+using namespace test;
 
 // 1500 -> 300 ohms with Q 12: plateR/(1 + q1^2) = intermediateR/(1 + (12 - q1)^2) has the root
 // q1 = 15 - 2 sqrt(11); the L section 300 -> 50 has Q sqrt(5).
@@ -35,11 +30,10 @@ TEST(ComponentCalculations, ReferenceDesignMatchesHandValues) {
         {&DesignState::xL2, 50 * std::sqrt(5.0)},
         {&DesignState::xC3, 300 / std::sqrt(5.0)},
     };
-    const auto state = CalculatedDesign(test::kReferenceDesign);
+    const auto state = CalculatedDesign(kReferenceDesign);
     for (const auto& row : table)
         EXPECT_NEAR((*state).*row.field, row.value, 1e-5 * row.value) << row.value;
-    // Equal resistances are nudged apart; Q 2 is exactly sqrt(500/100 - 1), so inputQ takes all
-    // of it and outputQ is floored.
+    // Equal resistances are nudged apart; Q 2 = sqrt(500/100 - 1) leaves outputQ at its floor.
     EXPECT_EQ(CalculatedDesign({3.9e6f, 2000, 2000, 50, 12})->intermediateR, 2000.002f);
     const auto floored = CalculatedDesign({3.9e6f, 500, 100, 100, 2});
     EXPECT_EQ(floored->outputQ, 1e-6f);
@@ -57,7 +51,7 @@ TEST(ComponentCalculations, FaultRaisesQAndReports) {
         {{3.9e6f, 5000, 50, 50, 5}, 11, " 11", kBadArgument},
         // Q x plateR equals the root (500 = 100 (1 + 2^2)): inputQ 0, xC1 divides by it.
         {{3.9e6f, 100, 500, 50, 2}, 1, " 1", "Division by zero"},
-        // The new Q cannot be formed from a zero intermediateR: Q keeps its value.
+        // No new Q from a zero intermediateR.
         {{3.9e6f, 1500, 0, 50, 12}, 12, " 12", kBadArgument},
     };
     for (const auto& c : cases) {
@@ -82,8 +76,7 @@ TEST(ComponentCalculations, FaultRaisesQAndReports) {
     }
 }
 
-// A step-up L section: sqrt(100 x 50 - 50^2) = 50 and 100 x 50 / 50 = 100; its C3 across the load
-// stays out of the analysed ladder.
+// Step up: xL2 = sqrt(100 x 50 - 50^2), xC3 = 100 x 50 / 50; C3 across the load is no rung.
 TEST(SetupLadder, StepUpLSectionLeavesC3OutOfTheLadder) {
     auto state = CalculatedDesign({3.9e6f, 1500, 50, 100, 12});
     state->elementType[5] = 7;  // never written
