@@ -10,8 +10,7 @@
 namespace varo::fuzz {
 namespace {
 
-// Replays the seed corpus of each fuzz target, so every build (the sanitizer one included) runs
-// the inputs that once mattered. A broken rule aborts the replay.
+// Every build, the sanitizer one too, replays the inputs that once mattered.
 TEST(FuzzCorpus, ReplaysEverySeed) {
     const std::pair<const char*, void (*)(std::string_view)> targets[] = {
         {"number_text", NumberText}, {"last_session", LastSession}, {"overlay", Overlay}};

@@ -27,7 +27,6 @@ void RequireBoundedTexts(float x) {
     }
 }
 
-// One scratch file per process, rewritten for every input.
 std::string ScratchFile(std::string_view bytes) {
     static const std::string path = "/tmp/varo-fuzz-" + std::to_string(::getpid());
     std::ofstream(path, std::ios::binary | std::ios::trunc)

@@ -4,15 +4,10 @@
 
 namespace varo::fuzz {
 
-// Each target feeds arbitrary bytes to one input path of the program and checks what must hold
-// whatever the bytes: no crash, no undefined behaviour, results within their bounds. A broken
-// rule aborts, which both libFuzzer and the corpus replay report.
-
-// Entry text through ParseEngNumber, and the value through every formatter.
+// Arbitrary bytes as entry text (the value then through every formatter), as a last-session file
+// and as an overlay file: any crash, undefined behaviour or result out of bounds aborts.
 void NumberText(std::string_view bytes);
-// The bytes as a last-session file.
 void LastSession(std::string_view bytes);
-// The bytes as an overlay file.
 void Overlay(std::string_view bytes);
 
 }  // namespace varo::fuzz

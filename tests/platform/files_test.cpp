@@ -26,18 +26,12 @@ using namespace std::chrono_literals;
 using testing::ReadBytes;
 using testing::TempFolder;
 using testing::WriteBytes;
+namespace fs = std::filesystem;
 
 long FilesIn(const TempFolder& folder) {
-    return std::distance(std::filesystem::directory_iterator(folder.str()), {});
+    return std::distance(fs::directory_iterator(folder.str()), {});
 }
 
-unsigned Permissions(const std::string& path) {
-    struct stat info {};
-    ::stat(path.c_str(), &info);
-    return info.st_mode & 0777;
-}
-
-// A failure while writing leaves the previous file and no temporary file beside it.
 TEST(SaveFile, WritesWholeOrLeavesThePreviousFileAndNoOtherFile) {
     for (const std::size_t diskRoom : {1000, 0, 5}) {  // bytes before the disk is full
         TempFolder folder;
@@ -55,21 +49,19 @@ TEST(SaveFile, WritesWholeOrLeavesThePreviousFileAndNoOtherFile) {
     }
 }
 
-// A new file gets what the user's umask allows; a replaced one keeps its permissions, and a link
-// to it stays a link.
 TEST(SaveFile, NewFileFollowsTheUmaskAndAReplacedFileKeepsLinkAndPermissions) {
     TempFolder folder;
     const mode_t saved = ::umask(022);
     SaveFile(folder.File("new.txt"), "new");
     ::umask(saved);
-    EXPECT_EQ(Permissions(folder.File("new.txt")), 0644u);
+    EXPECT_EQ(fs::status(folder.File("new.txt")).permissions(), fs::perms{0644});
     WriteBytes(folder.File("real.txt"), "old");
-    ::chmod(folder.File("real.txt").c_str(), 0640);
-    std::filesystem::create_symlink("real.txt", folder.File("link.txt"));
+    fs::permissions(folder.File("real.txt"), fs::perms{0640});
+    fs::create_symlink("real.txt", folder.File("link.txt"));
     SaveFile(folder.File("link.txt"), "new");
-    EXPECT_TRUE(std::filesystem::is_symlink(folder.File("link.txt")));
+    EXPECT_TRUE(fs::is_symlink(folder.File("link.txt")));
     EXPECT_EQ(ReadBytes(folder.File("real.txt")), "new");
-    EXPECT_EQ(Permissions(folder.File("real.txt")), 0640u);
+    EXPECT_EQ(fs::status(folder.File("real.txt")).permissions(), fs::perms{0640});
 }
 
 TEST(SaveFile, WritesASpecialFileInPlaceAndNeverWaitsForAPipeReader) {
@@ -79,7 +71,7 @@ TEST(SaveFile, WritesASpecialFileInPlaceAndNeverWaitsForAPipeReader) {
         SaveFile("/dev/null", "x");
         EXPECT_THROW(SaveFile(folder.File("pipe"), "x"), FileError);
     }));
-    EXPECT_TRUE(std::filesystem::is_character_file("/dev/null")) << "it must never be replaced";
+    EXPECT_TRUE(fs::is_character_file("/dev/null")) << "it must never be replaced";
 }
 
 TEST(SaveFiles, AFailureWhileWritingAnyLeavesAllAsTheyWere) {
@@ -117,7 +109,6 @@ TEST(TextFileReader, SplitsOnCrLfAndOnALoneCrOrLfUpToItsLimit) {
         TextFileReader file(folder.File("in.txt"), c.maxBytes);
         std::vector<std::string> lines;
         std::string line;
-        // At its end exactly when no line is left.
         while (!file.AtEnd() && file.ReadLine(line))
             lines.push_back(line);
         EXPECT_TRUE(file.AtEnd());
@@ -164,18 +155,15 @@ TEST(FindFileIgnoringCase, FindsTheNameInAnyCaseAndPrefersAnExactMatch) {
     EXPECT_EQ(FindFileIgnoringCase(folder.str(), "Data.S21"), folder.File("Data.S21"));
 }
 
-// The date of 15 November 2026 under LC_ALL=`locale`.
+// 15 November 2026 under LC_ALL=`locale`.
 std::string DateUnder(const char* locale) {
     ::setenv("LC_ALL", locale, 1);  // each test runs in a process of its own
     std::tm date{};
-    date.tm_year = 2026 - 1900;
-    date.tm_mon = 10;
-    date.tm_mday = 15;
+    date.tm_year = 2026 - 1900, date.tm_mon = 10, date.tm_mday = 15;
     return ShortDateText(date);
 }
 
-// Plain or missing locales give month/day/four-digit year; a user locale is followed without
-// changing the program's own.
+// Plain or missing locales give m/d/yyyy; a user locale is followed, the program's own kept.
 TEST(ShortDateText, FollowsTheUserLocale) {
     for (const char* name : {"C", "POSIX", "C.UTF-8", "xx_NOWHERE.UTF-8"})
         EXPECT_EQ(DateUnder(name), "11/15/2026") << name;

@@ -16,21 +16,23 @@ namespace {
 using testing::ReadBytes;
 using testing::TempFolder;
 
-// The eight values in file order: frequency, plate, intermediate, load, Q, swing, spare, power.
+// The eight values in file order.
 using Inputs = std::array<float, 8>;
 constexpr std::array<float DesignState::*, 8> kFields{
     &DesignState::frequency, &DesignState::plateR, &DesignState::intermediateR,
     &DesignState::loadR,     &DesignState::piQ,    &DesignState::peakSwing,
     &DesignState::spare,     &DesignState::rfPower};
 
-// A failure beeps, says so, and leaves the file as it was; every write failure takes the same
-// path, so a full disk stands for them all.
+void SetInputs(DesignState& state, const Inputs& values) {
+    for (std::size_t i = 0; i < values.size(); ++i)
+        state.*kFields[i] = values[i];
+}
+
+// A full disk stands for every write failure: a beep, a message, the file as it was.
 TEST(WriteLastSession, WritesTheThirteenLabelledLinesOrBeepsAndKeepsThePreviousFile) {
     TempFolder folder;
     DesignState state;
-    const Inputs values{29700000, 2222.5, 312.5, 75, 0.5, -3, 7, 1000};
-    for (std::size_t i = 0; i < values.size(); ++i)
-        state.*kFields[i] = values[i];
+    SetInputs(state, {29700000, 2222.5, 312.5, 75, 0.5, -3, 7, 1000});
     ScriptedDialogs dialogs;
     const std::string path = SessionFilePath(folder.str());
     ASSERT_EQ(path, folder.str() + "/VARO.CFG");
@@ -61,8 +63,7 @@ TEST(WriteLastSession, WritesTheThirteenLabelledLinesOrBeepsAndKeepsThePreviousF
     EXPECT_EQ(ReadBytes(path), written);
 }
 
-// Useful lines (neither blank nor a "*" comment) are taken by position only: two header lines,
-// then the values; odd values before the read show what stays untouched.
+// Useful lines (neither blank nor "*" comments) count by position: two header lines, then values.
 TEST(ReadLastSession, TakesUsefulLinesByPositionOnly) {
     constexpr Inputs kDefaults{3900000, 1500, 300, 50, 12, 11, 22, 33};
     const struct {
@@ -70,7 +71,7 @@ TEST(ReadLastSession, TakesUsefulLinesByPositionOnly) {
         std::optional<std::string> bytes;
         Inputs expected;
     } cases[] = {
-        // What cannot be read as a file (a pipe, a device) ends the read the same way, silently.
+        // A pipe or a device ends the read the same way, silently.
         {"no file", std::nullopt, kDefaults},
         {"comments and blanks anywhere, also before the header",
          "* saved by hand\r\n\r\nVARO last-session file\r\n*\r\n11/15/2026\r\n"
@@ -96,9 +97,7 @@ TEST(ReadLastSession, TakesUsefulLinesByPositionOnly) {
         const std::string path = SessionFilePath(folder.str());
         if (c.bytes) testing::WriteBytes(path, *c.bytes);
         DesignState state;
-        const Inputs before{1, 2, 3, 4, 5, 11, 22, 33};
-        for (std::size_t i = 0; i < before.size(); ++i)
-            state.*kFields[i] = before[i];
+        SetInputs(state, {1, 2, 3, 4, 5, 11, 22, 33});
         state.genMultiplier = 5;
         ReadLastSession(state, path);
         EXPECT_EQ(state.genMultiplier, 1.0f) << c.name;

@@ -44,8 +44,7 @@ QStringList Listed(const QWidget* dialog) {
     return names;
 }
 
-// The filter text shows as given, and files match it in either case of letters; the next
-// dialog opens in the folder chosen before.
+// Filters match in either case; the next dialog opens in the folder chosen before.
 TEST(QtDialogs, SaveDialogListsTheFolderAndGivesTheChosenPath) {
     testing::TempFolder folder;
     for (const char* name : {"b.kvf", "A.KVF", "c.txt"})
@@ -69,8 +68,7 @@ TEST(QtDialogs, SaveDialogListsTheFolderAndGivesTheChosenPath) {
     EXPECT_EQ(shown,
               QStringList({"Write Quarn File", "Quarn files (*.KVF)", "sub/", "A.KVF", "b.kvf"}));
 
-    // A screen reader's view of a listed name must go with the dialog: kept until the program
-    // ends, it would refer to a list model long destroyed.
+    // A screen reader's view of a listed name dies with the dialog, not with the program.
     QAccessible::Id listedName = 0;
     WhenModalOpens([&](QWidget* dialog) {
         secondListing = Listed(dialog);
@@ -86,7 +84,7 @@ TEST(QtDialogs, SaveDialogListsTheFolderAndGivesTheChosenPath) {
     EXPECT_EQ(QAccessible::accessibleInterface(listedName), nullptr);
 }
 
-// The text shows as given, no line wrapped; a failure's path and reason show below it.
+// No line wrapped; a failure's path and reason below the text.
 TEST(QtDialogs, MessageBoxesShowEveryLineWhole) {
     const QString longLine = "Please check analysis starting and stopping frequencies";
     QStringList shown;

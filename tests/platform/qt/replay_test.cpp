@@ -11,9 +11,7 @@
 namespace varo {
 namespace {
 
-// A box of 1200 x 900 units scales with the image, a device pixel ratio doubles its pixels and not
-// its size, its edges are blended as far as a one-pixel outline would cover them, and a kept
-// aspect centres the picture (1200 x 900 on 200 x 100: x 33..167).
+// Edges blend as far as a one-pixel outline would cover; a kept aspect centres (x 33..167).
 TEST(RenderSurface, FilledBoxScalesCoversItsEdgesAndKeepsItsAspect) {
     const QColor colour(0x12, 0x34, 0x56);
     const auto blended = [&](QColor c) {
@@ -47,19 +45,18 @@ TEST(RenderSurface, FilledBoxScalesCoversItsEdgesAndKeepsItsAspect) {
 }
 
 TEST(SurfaceWidget, PlacedControlsFollowThePicture) {
-    struct Case {
+    const struct {
         SurfaceFit fit;
         QSize size;
         QRect geometry;
         int fontPixels;  // 12 points of 20 twips, at the picture's twips per pixel
-    };
-    const Case cases[] = {
+    } cases[] = {
         {SurfaceFit::Stretch, {800, 600}, {160, 100, 200, 24}, 16},
         {SurfaceFit::Stretch, {1200, 450}, {240, 75, 300, 18}, 12},
         // 4:3 in a wide window: 600 x 450 from x 300.
         {SurfaceFit::KeepAspect, {1200, 450}, {420, 75, 150, 18}, 12},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SurfaceWidget widget(12000, 9000);
         widget.resize(c.size);
         widget.show();  // a hidden widget gets its resize events only when shown

@@ -18,9 +18,7 @@ struct FrmOpeningTest : ::testing::Test {
     DesignState state;
 };
 
-// A layout of 12000 x 9000 twips: 15 twips a pixel at 96 dots per inch, or less at the same
-// shape where the screen is smaller; it scales with the window. The picture is named for screen
-// readers; buttons and labels speak their captions.
+// 12000 x 9000 twips: 15 a pixel at 96 dpi, fewer on a smaller screen; scales with the window.
 TEST_F(FrmOpeningTest, CaptionsAndALayoutThatScales) {
     FrmOpening screen(state, path);
     EXPECT_EQ(screen.objectName(), "frmOpening");
@@ -40,8 +38,7 @@ TEST_F(FrmOpeningTest, CaptionsAndALayoutThatScales) {
     EXPECT_NEAR(enter->font().pixelSize(), 2 * fontPixels, 1);
 }
 
-// Pi is set before the last session is read; Enter presses Start (clicks go through the
-// navigator).
+// Pi is set before the last session is read; Enter presses Start.
 TEST_F(FrmOpeningTest, ReadsTheLastSessionAfterSettingPiAndEnterPressesStart) {
     testing::WriteBytes(path, "VARO last-session file\r\n11/15/2026\r\nFrequency: 7100000\r\n");
     FrmOpening screen(state, path);
