@@ -44,9 +44,8 @@ class DesignActionsTest : public ::testing::Test {
     fs::path folder{temp.str()};
 };
 
-// Each export asks for its file before anything else: cancelled, it writes and validates nothing.
-// Answered, it writes from the full ladder, not what the phases left behind; only the Quarn export
-// reads the entries again, the others take them as they were last accepted.
+// Cancelled, an export writes and validates nothing; answered, it writes from the full ladder.
+// Only the Quarn export reads the entries again.
 TEST_F(DesignActionsTest, ExportsAskFirstThenWriteFromTheFullLadder) {
     using Export = FileOutcome (*)(DesignActionsTest&);
     const struct {
@@ -91,26 +90,6 @@ TEST_F(DesignActionsTest, ExportsAskFirstThenWriteFromTheFullLadder) {
     EXPECT_EQ(session.spiceDefaultName, "Default.ASC");
     EXPECT_EQ(dialogs.events().at(4).request,
               (SaveDialogRequest{"Write Quarn File", "Quarn files (*.KVF)|*.KVF", 1, "", true}));
-}
-
-// Exit reads the entries again before it writes them.
-TEST_F(DesignActionsTest, ExitWritesTheSessionFile) {
-    form.TextFields<DesignForm>::SetText(DesignField::Frequency, "7.1M");
-    session.sessionFilePath = temp.File("VARO.CFG");
-    EXPECT_TRUE(SaveSessionOnExit(design, form, dialogs, reporter, session));
-    EXPECT_TRUE(dialogs.events().empty());
-    EXPECT_NE(ReadBytes(session.sessionFilePath).find("\r\nFrequency: 7100000\r\n"),
-              std::string::npos);
-}
-
-// Print validates and recomputes; the page shows the design as it then stands.
-TEST_F(DesignActionsTest, PrintSeesValidatedInputsAndAFullLadder) {
-    form.TextFields<DesignForm>::SetText(DesignField::Q, "1");
-    PrintDesign(design, form, dialogs, reporter);
-    EXPECT_EQ(state.piQ, 3.0f);  // raised to 1.001, then by the calculation
-    EXPECT_EQ(state.elementCount, 4);
-    EXPECT_EQ(dialogs.events().back().kind, ScriptedDialogs::Event::Kind::Print);
-    EXPECT_EQ(design.results().inputs.piQ, 3.0f);
 }
 
 }  // namespace
