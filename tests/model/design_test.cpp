@@ -112,23 +112,6 @@ TEST_F(DesignTest, ValidationClampsInOrderAndRewritesFields) {
     }
 }
 
-// The harmonic table's SetupLadder leaves the whole network for the next consumer.
-TEST_F(DesignTest, AcceptSettlesOneCompleteResult) {
-    state().rfPower = 1000;
-    state().peakSwing = 2500;
-    state().genMultiplier = 2;
-    EXPECT_TRUE(design->Accept(form, dialogs, reporter));
-    EXPECT_TRUE(dialogs.events().empty());
-    EXPECT_EQ(results().components, ComponentValues::Of(state()));
-    EXPECT_EQ(results().inputs, DesignInputs::Of(state()));
-    EXPECT_TRUE(results().phases && !results().stresses.texts.empty() &&
-                !results().gridFrequencies.empty());
-    EXPECT_EQ((std::vector{results().harmonics.size(), results().sweep.size()}),
-              (std::vector<std::size_t>{5, 2001}));
-    EXPECT_EQ(state().elementCount, 4);
-    EXPECT_EQ(form.log.back(), "txtRinputMult=3k");
-}
-
 // After the engine raised a Q too low for the ratio, a file action's recomputation changes
 // nothing the screen shows.
 TEST_F(DesignTest, RecomputingAnUnchangedDesignKeepsItsResults) {

@@ -104,22 +104,6 @@ TEST_F(LargePlotTest, ChartDrawsFrameGridsAndCurvesOnItsOwnScale) {
     EXPECT_EQ(dot, ops.end());
 }
 
-// A blue ring under a light centre; points below the floor or past the sweep sit on the edge.
-TEST_F(LargePlotTest, HarmonicMarkersAreThinRingsHeldOnTheChart) {
-    for (const auto& [frequency, db, x, y] : {std::array{3.9e6f, 0.0f, 5000.0f, 1000.0f},
-                                              {7.8e6f, -30, 8000, 4000},
-                                              {19.5e6f, -80, 11000, 7000},
-                                              {1e6f, 3, 2000, 1000}}) {
-        Surface marks(12000, 9000);
-        MarkLargePlotHarmonic(marks, *state, frequency, db);
-        const std::vector<DrawOp> expected = {
-            DrawOp{.kind = Kind::Point, .x1 = x, .y1 = y, .colour = kBlue, .width = 23},
-            DrawOp{.kind = Kind::Point, .x1 = x, .y1 = y, .colour = 0xFFFFEE, .width = 20},
-            DrawOp{.kind = Kind::LineWidth, .width = 1}};
-        EXPECT_EQ(RoundedOps(marks), expected) << frequency;
-    }
-}
-
 TEST_F(LargePlotTest, OverlayIsAWideLightCurveHeldInsideTheChart) {
     std::array<float, kSweepPoints> values{};
     // 3.9 MHz at -30 dB, a frequency past the sweep above the top, one below it under the floor.
