@@ -90,10 +90,8 @@ for s2p, s1p, plate, load, result in zip(*[iter(args)] * 5):
 
 // A Python that has scikit-rf, or nothing.
 std::optional<std::string> PythonWithScikitRf() {
-    std::vector<std::string> candidates{"python3", "/usr/bin/python3"};
-    if (const char* chosen = std::getenv("VARO_PYTHON"))
-        candidates.insert(candidates.begin(), chosen);
-    for (const auto& python : candidates)
+    const char* chosen = std::getenv("VARO_PYTHON");
+    for (const std::string python : {chosen ? chosen : "python3", "/usr/bin/python3"})
         if (testing::RunsClean(python + " -c 'import numpy as np; np.complex = complex; "
                                         "import skrf' > /dev/null 2>&1"))
             return python;

@@ -154,22 +154,14 @@ TEST_F(DesignTest, NoLSectionIsAbsentFromTheResults) {
     EXPECT_FALSE(results().components.lSection.has_value());
 }
 
-// 1.005 / 1.01 is below the floor: the floor, silently. An intermediate below the load is lifted
-// back, with a message.
-TEST_F(DesignTest, AdjustStepsStopAtTheirLimits) {
+// 1.005 / 1.01 is below the floor: the floor, silently.
+TEST_F(DesignTest, QMinusStopsSilentlyAtTheFloor) {
     state().plateR = 100;
     Type({{F::Plate, "100"}, {F::Intermediate, "99"}, {F::Q, "1.005"}});
     design->Adjust(form, dialogs, reporter, Adjustment::QMinus);
     EXPECT_TRUE(dialogs.messages().empty());
     EXPECT_EQ(form.Text(F::Q), "1.001 ");
     EXPECT_EQ(state().piQ, 1.001f);
-
-    Start(1500);
-    Type({{F::Intermediate, "50"}});
-    design->Adjust(form, dialogs, reporter, Adjustment::IntermediateMinus);
-    EXPECT_EQ(dialogs.messages(), Messages{kUpward});
-    EXPECT_EQ(form.Text(F::Intermediate), " 50");
-    EXPECT_EQ(state().intermediateR, 50.0f);
 }
 
 }  // namespace

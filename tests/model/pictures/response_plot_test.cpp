@@ -40,12 +40,6 @@ DrawOp Rounded(DrawOp op) {
         *coordinate = std::round(*coordinate * 100) / 100;
     return op;
 }
-std::vector<DrawOp> RoundedOps(const Surface& surface) {
-    std::vector<DrawOp> rounded;
-    std::transform(surface.ops().begin(), surface.ops().end(), std::back_inserter(rounded),
-                   Rounded);
-    return rounded;
-}
 
 // The start-up design swept over three octaves from 1.95 MHz: X = 2000 + 9000 ln(f / 1.95M) / ln 8.
 class LargePlotTest : public ::testing::Test {
@@ -124,7 +118,9 @@ TEST_F(LargePlotTest, OverlayIsAWideLightCurveHeldInsideTheChart) {
             Shape(Kind::Line, 11000, 1000, 2000, 7000, c.second),
             DrawOp{.kind = Kind::LineWidth, .width = 1},
         };
-        EXPECT_EQ(RoundedOps(overlay), expected) << c.first;
+        std::vector<DrawOp> drawn;
+        std::ranges::transform(overlay.ops(), std::back_inserter(drawn), Rounded);
+        EXPECT_EQ(drawn, expected) << c.first;
     }
 }
 

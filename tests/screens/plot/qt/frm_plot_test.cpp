@@ -27,7 +27,7 @@ class FrmPlotTest : public ::testing::Test {
         std::filesystem::current_path(folder.str());
         test::SetDesign(*state, test::kReferenceDesign);
         ASSERT_TRUE(design.RecomputeNetwork(reporter));
-        form = std::make_unique<FrmPlot>(design, dialogs, [this] { ++returns; });
+        form = std::make_unique<FrmPlot>(design, dialogs, [] {});
     }
     void TearDown() override {
         form.reset();
@@ -35,15 +35,6 @@ class FrmPlotTest : public ::testing::Test {
     }
     void Press(const char* name) { form->findChild<QPushButton*>(name)->click(); }
     QString Caption(const char* name) { return form->findChild<QLabel*>(name)->text(); }
-    // The saved curves drawn so far, by colour, in order.
-    std::vector<Colour> OverlayColours() const {
-        std::vector<Colour> colours;
-        const auto& ops = form->surface().ops();
-        for (std::size_t i = 0; i + 1 < ops.size(); ++i)
-            if (ops[i].kind == Kind::LineWidth && ops[i].width == 2)
-                colours.push_back(ops[i + 1].colour);
-        return colours;
-    }
 
     std::filesystem::path startedIn = std::filesystem::current_path();
     testing::TempFolder folder;
@@ -52,7 +43,6 @@ class FrmPlotTest : public ::testing::Test {
     ScriptedDialogs dialogs;
     DialogReporter reporter{dialogs};
     std::unique_ptr<FrmPlot> form;
-    int returns = 0;
 };
 
 TEST(ReadoutRowTexts, ShowsAnglesAndOutOfRangeFiguresByTheirRules) {
@@ -94,19 +84,6 @@ TEST_F(FrmPlotTest, NudgesCompoundAndStayInTheDesign) {
     EXPECT_EQ(form->surface().ops()[0].kind, Kind::Clear);
     EXPECT_EQ(form->surface().ops()[1].kind, Kind::FillBox);
     EXPECT_TRUE(dialogs.events().empty());
-}
-
-TEST_F(FrmPlotTest, SaveThenGetDrawsTransmissionThenReturnOverThePlot) {
-    Press("cmdSave");
-    ASSERT_EQ(ReadBytes(folder.File("Data.S21")).substr(0, 1), " ");
-    Press("cmdGet");
-    EXPECT_EQ(OverlayColours(), (std::vector<Colour>{kOverlayTransmission, kOverlayReturn}));
-    EXPECT_TRUE(dialogs.events().empty());
-    // The cursor now also names the saved curves at its frequency.
-    form->MoveCursorTo(5000);
-    const std::string readout = Caption("lblCursor").toStdString();
-    for (const char* part : {"3.9 MHz", "Return loss re 1.5 k\u03A9", "Overlay S21", "Overlay S11"})
-        EXPECT_NE(readout.find(part), std::string::npos) << part;
 }
 
 // Each export button writes its file (each format's own tests pin the contents); a picture
