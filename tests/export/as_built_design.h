@@ -7,8 +7,7 @@
 
 namespace varo::testing {
 
-// The design computed and laid out as the program does it, but with C3 analysed as a shunt
-// capacitor across the load where the L section steps up, as the network is built.
+// As the program lays it out, but with a step-up C3 analysed across the load, as built.
 inline std::unique_ptr<DesignState> AsBuiltDesign(const test::DesignInputs& inputs,
                                                   float genMultiplier = 1) {
     auto state = test::CalculatedDesign(inputs, genMultiplier);

@@ -6,10 +6,8 @@ namespace varo::testing {
 
 enum class LSection { StepsUp, None };
 
-// A 3.5 MHz design with round component values, set by hand so that the expected files can be
-// written from them: C1 4700 pF, L1 2.2 uH, C2 0.015 uF, L2 470 nH, C3 100 pF; plate 2000 ohms,
-// generator 1.5 times that, load 50 ohms. The intermediate resistance picks the L section, and
-// the ladder is laid out as the program lays it out.
+// A 3.5 MHz design with round values, so that expected files can be written by hand; the
+// intermediate resistance picks the L section.
 inline DesignState HandDesign(LSection section) {
     DesignState s;
     s.frequency = 3500000;

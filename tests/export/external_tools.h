@@ -10,9 +10,4 @@ inline bool RunsClean(const std::string& commandLine) {
     return std::system(commandLine.c_str()) == 0;
 }
 
-// True when `command` is on the search path.
-inline bool Installed(const std::string& command) {
-    return RunsClean("command -v " + command + " > /dev/null 2>&1");
-}
-
 }  // namespace varo::testing

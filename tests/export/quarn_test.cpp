@@ -63,8 +63,7 @@ TEST(QuarnFile, TextMatchesTheHandWrittenFile) {
     EXPECT_EQ(QuarnFileText(HandDesign(LSection::StepsUp), kDate), kStepUpFile);
 }
 
-// A fault while the file is worked out only beeps, and leaves the previous file. (A file that
-// cannot be written takes the same path.)
+// A fault while the file is worked out only beeps, and leaves the previous file.
 TEST(WriteQuarnFile, WritesSilentlyOrOnlyBeepsAndKeepsThePreviousFile) {
     TempFolder folder;
     const std::string path = folder.File("design.KVF");

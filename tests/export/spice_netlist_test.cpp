@@ -36,8 +36,7 @@ const char kPiSection[] =
     "C2 mid 0 1.5E-08\r\n";
 const char kTail[] = ".ac dec 1000 1750000 14000000\r\n.end\r\n";
 
-// Without a swing the source drives 1 V: an amplitude of 0 would simulate nothing. (Where C3
-// sits in a step-down network the ngspice comparison shows.)
+// Without a swing the source drives 1 V: an amplitude of 0 would simulate nothing.
 TEST(SpiceNetlist, TextForEachLSection) {
     const struct {
         LSection section;
@@ -60,23 +59,8 @@ TEST(SpiceNetlist, TextForEachLSection) {
     }
 }
 
-// The source amplitude divides by the plate load. (A file that cannot be written is reported
-// through the same message.)
-TEST(SpiceNetlist, ADesignThatCannotBeWorkedOutIsReported) {
-    testing::TempFolder folder;
-    DesignState noPlate = HandDesign(LSection::None);
-    noPlate.plateR = 0;
-    ScriptedDialogs dialogs;
-    EXPECT_FALSE(WriteSpiceNetlist(noPlate, folder.File("no.cir"), dialogs));
-    EXPECT_EQ(dialogs.messages(),
-              std::vector<std::string>{"We could not write the SPICE netlist file"});
-}
-
-// ---- Simulation by ngspice ------------------------------------------------------------------
-
-// Runs ngspice on the netlist and reads every variable of its AC analysis from the ASCII raw
-// file: per point an index, then "re,im" for each variable (read with strtod, which takes the
-// subnormal numbers ngspice may write).
+// Every variable of ngspice's AC analysis, from its ASCII raw file (strtod takes the subnormal
+// numbers ngspice may write).
 std::map<std::string, std::vector<std::complex<double>>> Simulate(
     const testing::TempFolder& folder) {
     EXPECT_TRUE(testing::RunsClean(
@@ -101,9 +85,7 @@ std::map<std::string, std::vector<std::complex<double>>> Simulate(
     return variables;
 }
 
-// ngspice runs the file as written, and at 50 of its frequencies the transducer gain it
-// simulates agrees with the program's own analysis of the same network (C3 across the load
-// analysed too where the L section steps up).
+// At 50 frequencies the transducer gain ngspice simulates agrees with the program's analysis.
 TEST(SpiceNetlist, NgspiceSimulatesWhatTheAnalysisComputes) {
     if (!testing::RunsClean("command -v ngspice > /dev/null"))
         GTEST_SKIP() << "ngspice is not installed";

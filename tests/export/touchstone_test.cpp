@@ -59,24 +59,18 @@ TEST(Touchstone, WritesTheFileOrSaysWhyNot) {
     auto state = std::make_unique<DesignState>();
     state->loadR = state->plateR = 50;
     state->inductorQ = state->capacitorQ = 1e7f;
-    const struct {
-        std::string name;
-        const char* message;
-    } cases[] = {
-        {"net.S1P", nullptr},
-        {"net.s2p.txt", "A Touchstone file name ends in .s2p (two-port) or .s1p (one-port)"},
-        {"missing/net.s2p", "We could not write the Touchstone file"},
-    };
-    for (const auto& c : cases) {
+    for (const auto& [name, message] :
+         {std::pair<std::string, std::string>{"net.S1P", ""},
+          {"net.s2p.txt", "A Touchstone file name ends in .s2p (two-port) or .s1p (one-port)"},
+          {"missing/net.s2p", "We could not write the Touchstone file"}}) {
         ScriptedDialogs dialogs;
-        EXPECT_EQ(WriteTouchstoneFile(*state, folder.File(c.name), dialogs), !c.message);
-        EXPECT_EQ(dialogs.messages(),
-                  c.message ? std::vector<std::string>{c.message} : std::vector<std::string>{});
+        EXPECT_EQ(WriteTouchstoneFile(*state, folder.File(name), dialogs), message.empty());
+        EXPECT_EQ(dialogs.messages().size(), message.empty() ? 0u : 1u);
+        for (const std::string& said : dialogs.messages())
+            EXPECT_EQ(said, message);
     }
     EXPECT_EQ(ReadBytes(folder.File("net.S1P")), TouchstoneText(*state, TouchstoneKind::OnePort));
 }
-
-// ---- Read back by scikit-rf -------------------------------------------------------------------
 
 // Debian's scikit-rf 0.15 still names numpy.complex, which numpy 1.24 dropped.
 const char kReader[] = R"(import sys, numpy as np
@@ -96,19 +90,16 @@ for s2p, s1p, plate, load, result in zip(*[iter(args)] * 5):
 
 // A Python that has scikit-rf, or nothing.
 std::optional<std::string> PythonWithScikitRf() {
-    std::vector<std::string> candidates{"python3", "/usr/bin/python3"};
-    if (const char* chosen = std::getenv("VARO_PYTHON"))
-        candidates.insert(candidates.begin(), chosen);
-    for (const auto& python : candidates)
+    const char* chosen = std::getenv("VARO_PYTHON");
+    for (const std::string python : {chosen ? chosen : "python3", "/usr/bin/python3"})
         if (testing::RunsClean(python + " -c 'import numpy as np; np.complex = complex; "
                                         "import skrf' > /dev/null 2>&1"))
             return python;
     return std::nullopt;
 }
 
-// Renormalised to the plate load and the load, the two-port's S11 is the program's return loss
-// and |S21|^2 its transducer gain (generator equal to the plate load); the one-port repeats that
-// S11. With the analysis's Q of 1e7 the network is reciprocal and practically lossless.
+// Renormalised to plate load and load, S11 is the return loss and |S21|^2 the transducer gain;
+// with Q 1e7 the network is reciprocal and practically lossless.
 TEST(Touchstone, ScikitRfReadsWhatTheAnalysisComputes) {
     const auto python = PythonWithScikitRf();
     if (!python) GTEST_SKIP() << "python3 with scikit-rf is not installed";

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cmath>
 #include <string>
 #include <vector>
 
@@ -13,10 +12,6 @@ namespace varo {
 namespace {
 
 using Kind = DrawOp::Kind;
-
-DrawOp LineOp(float x1, float y1, float x2, float y2) {
-    return DrawOp{.kind = Kind::Line, .x1 = x1, .y1 = y1, .x2 = x2, .y2 = y2};
-}
 
 DrawOp BoxOp(Kind kind, float left, float top, float right, float bottom, Colour colour) {
     return DrawOp{.kind = kind, .x1 = left, .y1 = top, .x2 = right, .y2 = bottom, .colour = colour};
@@ -37,16 +32,6 @@ std::vector<std::string> RowLabels(const Surface& surface, float rowY) {
     return labels;
 }
 
-// A value is printed last, from a white point at its own position.
-void ExpectLastOpIsText(const Surface& surface, const std::string& text, float x, float y) {
-    const auto& ops = surface.ops();
-    ASSERT_GE(ops.size(), 2u);
-    EXPECT_EQ(ops[ops.size() - 2],
-              (DrawOp{.kind = Kind::Point, .x1 = x, .y1 = y, .colour = kWhite}));
-    EXPECT_EQ(ops.back(),
-              (DrawOp{.kind = Kind::Text, .x1 = x, .y1 = y, .colour = kBlack, .text = text}));
-}
-
 DesignState NetworkWithIntermediate(float intermediateR) {
     DesignState state;
     InitialiseConstants(state);
@@ -59,60 +44,6 @@ DesignState NetworkWithIntermediate(float intermediateR) {
     state.L2 = 1.2e-6f;
     state.C3 = 2.2e-9f;
     return state;
-}
-
-TEST(DrawShuntCapacitor, PlatesLeadsAndLabelBoxOfEachSymbolSet) {
-    struct Case {
-        const SymbolDimensions* symbols;
-        float labelRight, labelBottom;
-    };
-    for (const Case& c :
-         {Case{&kDesignScreenSymbols, 2060, 3400}, Case{&kInductorScreenSymbols, 2140, 3500}}) {
-        Surface surface(12000, 9000);
-        Pen pen{1000, 2000};
-        DrawShuntCapacitor(surface, pen, 1e-9f, *c.symbols);
-        const std::vector<DrawOp> lines = OfKind(surface, Kind::Line);
-        ASSERT_EQ(lines.size(), 12u);
-        // Two wire steps, then the symbol at X = 1320, then two more steps.
-        EXPECT_EQ(lines[4], LineOp(1320, 2000, 1320, 2480));
-        EXPECT_EQ(lines[5], LineOp(1200, 2480, 1440, 2480));
-        EXPECT_EQ(lines[6], LineOp(1200, 2540, 1440, 2540));
-        EXPECT_EQ(lines[7], LineOp(1320, 2540, 1320, 3040));
-        EXPECT_EQ(pen.x, 1640);
-        EXPECT_EQ(
-            OfKind(surface, Kind::FillBox),
-            std::vector{BoxOp(Kind::FillBox, 740, 3155, c.labelRight, c.labelBottom, kWhite)});
-        ExpectLastOpIsText(surface, FormatFarad(1e-9f), 940, 3200);
-    }
-}
-
-// The coil is 480 long in either set: three humps of 80 on the design screen, four of 60 on
-// the inductor screen.
-TEST(DrawSeriesInductor, HumpsAboveTheLineBetweenTwoLeads) {
-    struct Case {
-        const SymbolDimensions* symbols;
-        std::vector<float> centres;
-        float radius;
-    };
-    for (const Case& c : {Case{&kDesignScreenSymbols, {1320, 1480, 1640}, 80},
-                          Case{&kInductorScreenSymbols, {1300, 1420, 1540, 1660}, 60}}) {
-        Surface surface(12000, 9000);
-        Pen pen{1000, 2000};
-        DrawSeriesInductor(surface, pen, 2.2e-6f, *c.symbols);
-        std::vector<float> centres;
-        for (const DrawOp& arc : OfKind(surface, Kind::Arc)) {
-            centres.push_back(arc.x1);
-            EXPECT_EQ(arc.y1, 2000);
-            EXPECT_EQ(arc.radius, c.radius);
-            EXPECT_EQ(arc.startAngle, 0);
-            EXPECT_DOUBLE_EQ(arc.endAngle, 4 * std::atan(1.0));
-        }
-        EXPECT_EQ(centres, c.centres);
-        EXPECT_EQ(pen.x, 1960);
-        EXPECT_EQ(OfKind(surface, Kind::FillBox).at(0),
-                  BoxOp(Kind::FillBox, 840, 1520, 2200, 1900, kWhite));
-        ExpectLastOpIsText(surface, FormatHenry(2.2e-6f), 1060, 1550);
-    }
 }
 
 // Every value is printed over a box that is red when the value is impossible (0 or negative) and

@@ -1,8 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <array>
-#include <cstdio>
 #include <memory>
 #include <string>
 #include <utility>
@@ -64,8 +62,7 @@ TEST_F(ReportTest, DesignReportPdfHoldsValuesStressesAndFooterOnOnePage) {
         EXPECT_NE(text.find(part), std::string::npos) << part << " not in " << text;
 }
 
-// A nudge on the large plot stays in the design until the next recalculation: the report
-// shows the nudged part and the stresses it brings.
+// A large-plot nudge stays until the next recalculation: the report shows it and its stresses.
 TEST_F(ReportTest, ReportShowsTheValuesTheDesignHoldsAfterANudge) {
     const float before = state->C3;
     const std::vector<StressText> stressesBefore = results.stresses.texts;
@@ -89,24 +86,6 @@ TEST_F(ReportTest, AnAbsentLSectionPrintsNoValues) {
     design.Accept(form, dialogs, reporter);
     EXPECT_FALSE(results.components.lSection.has_value());
     EXPECT_FALSE(Shows(staleReactance));
-}
-
-TEST_F(ReportTest, FailedPrintSaysPrinterErrorAndCancelSaysNothing) {
-    struct Case {
-        std::optional<std::string> path;
-        std::vector<std::string> titles;
-    };
-    // A path that cannot be written at all fails the command line's PDF test.
-    const Case cases[] = {{folder.str(), {"Printer Error"}}, {std::nullopt, {}}};
-    for (const Case& c : cases) {
-        PdfDialogs dialogs;
-        dialogs.pdfPath = c.path;
-        EXPECT_FALSE(PrintDesignReport(*state, results, dialogs));
-        std::vector<std::string> titles;
-        for (const auto& event : dialogs.events())
-            if (event.kind == ScriptedDialogs::Event::Kind::Message) titles.push_back(event.title);
-        EXPECT_EQ(titles, c.titles) << c.path.value_or("cancelled");
-    }
 }
 
 }  // namespace
