@@ -6,15 +6,14 @@
 
 namespace varo::testing {
 
-// Switches the C and C++ global locales to one that writes a decimal comma, and back when the
-// test ends. active() is false when no such locale is installed; the test then skips.
+// The C and C++ global locales switched to one with a decimal comma until the test ends; not
+// active() where none is installed.
 class DecimalCommaLocale {
   public:
     DecimalCommaLocale() {
         for (const char* name : {"de_DE.UTF-8", "de_DE.utf8", "fr_FR.UTF-8", "fr_FR.utf8",
-                                 "nl_NL.UTF-8", "it_IT.UTF-8", "es_ES.UTF-8"}) {
+                                 "nl_NL.UTF-8", "it_IT.UTF-8", "es_ES.UTF-8"})
             if (TrySwitch(name)) return;
-        }
     }
     ~DecimalCommaLocale() {
         std::locale::global(oldGlobal_);
@@ -26,7 +25,6 @@ class DecimalCommaLocale {
     bool active() const { return active_; }
 
   private:
-    // A named global locale sets the C locale too.
     bool TrySwitch(const char* name) {
         try {
             std::locale::global(std::locale(name));

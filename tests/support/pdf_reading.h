@@ -26,8 +26,7 @@ class PdfDialogs : public ScriptedDialogs {
 inline std::string Run(const std::string& command) {
     std::string output;
     std::unique_ptr<FILE, int (*)(FILE*)> pipe(popen(command.c_str(), "r"), pclose);
-    std::array<char, 4096> buffer{};
-    while (pipe && fgets(buffer.data(), buffer.size(), pipe.get()))
+    for (std::array<char, 4096> buffer{}; pipe && fgets(buffer.data(), buffer.size(), pipe.get());)
         output += buffer.data();
     return output;
 }

@@ -10,8 +10,7 @@
 
 namespace varo::testing {
 
-// A fresh folder under the system's temporary directory, removed with everything in it when the
-// test ends.
+// A fresh temporary folder, removed with its contents when the test ends.
 class TempFolder {
   public:
     TempFolder() {

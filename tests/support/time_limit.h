@@ -10,9 +10,7 @@
 
 namespace varo::testing {
 
-// Runs `step` on a thread of its own and reports whether it finished within `limit`. A step that
-// hangs (a read that waits forever) makes the test fail instead of hanging the suite: the thread
-// is left behind and ends with the process.
+// Whether `step`, on a thread of its own, finished within `limit`; a hung step is left behind.
 inline bool FinishesWithin(std::chrono::milliseconds limit, std::function<void()> step) {
     std::packaged_task<void()> task(std::move(step));
     std::future<void> done = task.get_future();

@@ -18,24 +18,17 @@ void DiscardClosedScreens() {
 }
 
 void Click(QWidget* screen, const char* button) {
-    auto* control = screen->findChild<QPushButton*>(QString::fromLatin1(button));
-    ASSERT_NE(control, nullptr) << button;
-    control->click();
+    screen->findChild<QPushButton*>(QString::fromLatin1(button))->click();
     DiscardClosedScreens();
 }
 
-struct NavigatorTest : ::testing::Test {
+TEST(Navigator, OnlyTheDesignScreensExitWritesTheSessionFile) {
     testing::TempFolder folder;
     const std::string sessionPath = SessionFilePath(folder.str());
-    ScriptedDialogs dialogs;
-    QWidget* dialogParent = nullptr;
-    Navigator navigator{dialogs, [this](QWidget* window) { dialogParent = window; }, sessionPath};
-};
-
-TEST_F(NavigatorTest, OnlyTheDesignScreensExitWritesTheSessionFile) {
     const std::string before = "* left alone unless the design screen exits\r\n";
     for (const bool fromDesign : {false, true}) {
         testing::WriteBytes(sessionPath, before);
+        ScriptedDialogs dialogs;
         Navigator run(dialogs, {}, sessionPath);
         int finished = 0;
         QObject::connect(&run, &Navigator::finished, [&finished] { ++finished; });
@@ -48,8 +41,13 @@ TEST_F(NavigatorTest, OnlyTheDesignScreensExitWritesTheSessionFile) {
 }
 
 // Return through a screen's own button is driven with the real helper screens; here the window
-// is closed by the desktop's means.
-TEST_F(NavigatorTest, StartThenARegisteredScreenAndBackByClosingIt) {
+// is closed by the desktop's means. Dialogs are parented to the screen shown.
+TEST(Navigator, StartThenARegisteredScreenAndBackByClosingIt) {
+    testing::TempFolder folder;
+    ScriptedDialogs dialogs;
+    QWidget* parent = nullptr;
+    Navigator navigator{dialogs, [&parent](QWidget* window) { parent = window; },
+                        SessionFilePath(folder.str())};
     navigator.Register(Destination::LoadHelp, [](const ScreenContext&) { return new QWidget; });
     navigator.Start();
     const QPointer<QWidget> opening = navigator.currentScreen();
@@ -57,17 +55,16 @@ TEST_F(NavigatorTest, StartThenARegisteredScreenAndBackByClosingIt) {
     QWidget* design = navigator.currentScreen();
     EXPECT_EQ(design->objectName(), "frmDesign");
     EXPECT_EQ(opening, nullptr);  // the welcome screen is discarded
-    EXPECT_EQ(dialogParent, design);
     Click(design, "cmdLoadHelp");
     const QPointer<QWidget> helper = navigator.currentScreen();
     EXPECT_FALSE(design->isVisible());
-    EXPECT_EQ(dialogParent, helper);
+    EXPECT_EQ(parent, helper);
     helper->close();
     DiscardClosedScreens();
     EXPECT_EQ(helper, nullptr);
     EXPECT_EQ(navigator.currentScreen(), design);
     EXPECT_TRUE(design->isVisible());
-    EXPECT_EQ(dialogParent, design);
+    EXPECT_EQ(parent, design);
     Click(design, "cmdInductor");  // nobody registered it: the screen says so itself
     EXPECT_EQ(
         dialogs.messages(),
