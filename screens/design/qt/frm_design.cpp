@@ -368,7 +368,9 @@ void FrmDesign::SetTabOrder() {
 // ---- Routing ------------------------------------------------------------------------------
 
 void FrmDesign::RunAction(const std::function<bool()>& action) {
-    if (actionRunning_) return;
+    // Hidden behind another screen, the design screen stays reachable through assistive
+    // technology; acting then would open or close screens under that screen's own dialogs.
+    if (actionRunning_ || !isVisible()) return;
     const QScopedValueRollback<bool> running(actionRunning_, true);
     if (action()) SetPending(false);
     ShowResults();

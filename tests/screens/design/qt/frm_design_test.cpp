@@ -181,6 +181,22 @@ TEST_F(FrmDesignTest, LossQEntriesRecalculateTheLossesAndAreRemembered) {
 
 // Assistive technology can press a screen a modal dialog blocks: Exit pressed during the Quarn
 // save dialog used to close the screen under it and crash. What arrives mid-action is dropped.
+// Hidden behind the large plot, the screen was still pressed through the accessibility bus: its
+// "Inductor design" closed the plot screen under its own save dialog, a double free. Hidden, it
+// does nothing.
+TEST_F(FrmDesignTest, AHiddenScreenDoesNothing) {
+    int leaves = 0;
+    QObject::connect(&form, &FrmDesign::requestInductor, [&] { ++leaves; });
+    form.hide();
+    Button("cmdInductor")->click();
+    Button("cmdQplus")->click();
+    EXPECT_EQ(leaves, 0);
+    EXPECT_EQ(state.piQ, 12.0f);
+    form.show();
+    Button("cmdInductor")->click();
+    EXPECT_EQ(leaves, 1);
+}
+
 TEST_F(FrmDesignTest, ControlsPressedWhileADialogIsOpenDoNothing) {
     struct PressingDialogs : ScriptedDialogs {
         std::function<void()> whileOpen;
