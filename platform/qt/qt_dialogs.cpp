@@ -10,6 +10,7 @@
 #include <QTextStream>
 #include <algorithm>
 
+#include "platform/qt/guarded_dialog.h"
 #include "platform/qt/save_dialog.h"
 
 namespace varo {
@@ -85,12 +86,12 @@ void QtDialogs::ShowFailure(std::string_view text, std::string_view detail, std:
 
 void QtDialogs::ShowBox(std::string_view text, std::string_view detail, std::string_view title,
                         MessageIcon icon) {
-    QMessageBox box(ToQtIcon(icon), FromText(title.empty() ? kProgramTitle : title),
-                    WithLineFeeds(text), QMessageBox::Ok, parent_);
-    box.setTextFormat(Qt::PlainText);  // shown exactly as given, whatever it contains
-    if (!detail.empty()) box.setInformativeText(WithLineFeeds(detail));
-    WidenToLongestLine(box);
-    box.exec();
+    GuardedDialog<QMessageBox> box(ToQtIcon(icon), FromText(title.empty() ? kProgramTitle : title),
+                                   WithLineFeeds(text), QMessageBox::Ok, parent_.data());
+    box->setTextFormat(Qt::PlainText);  // shown exactly as given, whatever it contains
+    if (!detail.empty()) box->setInformativeText(WithLineFeeds(detail));
+    WidenToLongestLine(*box.get());
+    box.Exec();
 }
 
 void QtDialogs::Beep() {
@@ -103,13 +104,13 @@ void QtDialogs::BeepFailure(std::string_view detail) {
 }
 
 std::optional<std::string> QtDialogs::AskSaveFileName(const SaveDialogRequest& request) {
-    SaveDialog dialog(parent_, FromText(request.title), ToQtNameFilters(request.filter),
-                      request.filterIndex - 1,
-                      lastFolder_.isEmpty() ? QDir::currentPath() : lastFolder_,
-                      FromText(request.proposedName), request.overwritePrompt);
-    if (dialog.exec() != QDialog::Accepted) return std::nullopt;
-    lastFolder_ = QFileInfo(dialog.chosenPath()).absolutePath();
-    return dialog.chosenPath().toStdString();
+    GuardedDialog<SaveDialog> dialog(parent_.data(), FromText(request.title),
+                                     ToQtNameFilters(request.filter), request.filterIndex - 1,
+                                     lastFolder_.isEmpty() ? QDir::currentPath() : lastFolder_,
+                                     FromText(request.proposedName), request.overwritePrompt);
+    if (dialog.Exec() != QDialog::Accepted) return std::nullopt;
+    lastFolder_ = QFileInfo(dialog->chosenPath()).absolutePath();
+    return dialog->chosenPath().toStdString();
 }
 
 }  // namespace varo

@@ -1,13 +1,13 @@
 #pragma once
 
+#include <QPointer>
 #include <QStringList>
+#include <QWidget>
 #include <optional>
 #include <string>
 #include <string_view>
 
 #include "platform/dialogs.h"
-
-class QWidget;
 
 namespace varo {
 
@@ -42,7 +42,8 @@ class QtDialogs : public Dialogs {
     void ShowBox(std::string_view text, std::string_view detail, std::string_view title,
                  MessageIcon icon);
 
-    QWidget* parent_;
+    // Dialogs outlive a parent that goes away while they run (see GuardedDialog).
+    QPointer<QWidget> parent_;
     QString lastFolder_;
 };
 

@@ -14,6 +14,8 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "platform/qt/guarded_dialog.h"
+
 namespace varo {
 
 namespace {
@@ -152,12 +154,14 @@ void SaveDialog::accept() {
 }
 
 bool SaveDialog::ConfirmOverwrite(const QString& path) {
-    QMessageBox box(
+    GuardedDialog<QMessageBox> box(
         QMessageBox::Warning, windowTitle(),
         tr("%1 already exists.\nDo you want to replace it?").arg(QFileInfo(path).fileName()),
         QMessageBox::Yes | QMessageBox::No, this);
-    box.setDefaultButton(QMessageBox::No);
-    return box.exec() == QMessageBox::Yes;
+    box->setDefaultButton(QMessageBox::No);
+    // Should this dialog go away meanwhile (taking the box along), the answer is No and the
+    // caller touches nothing of it.
+    return box.Exec() == QMessageBox::Yes;
 }
 
 }  // namespace varo

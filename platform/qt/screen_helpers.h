@@ -7,7 +7,6 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QRectF>
-#include <QScopedValueRollback>
 #include <QScreen>
 #include <QSize>
 #include <QString>
@@ -15,6 +14,7 @@
 #include <QWidget>
 #include <string_view>
 
+#include "platform/qt/action_gate.h"
 #include "platform/qt/surface_widget.h"
 
 namespace varo {
@@ -112,21 +112,6 @@ class ReturnOnEscape : public QObject {
 
   private:
     QAbstractButton& returnButton_;
-};
-
-// Runs a screen's actions one at a time: what a message box's own event loop lets through
-// while one runs is dropped, as a click on a blocked window would be.
-class ActionGate {
-  public:
-    template <typename Action>
-    void Run(const Action& action) {
-        if (running_) return;
-        const QScopedValueRollback<bool> running(running_, true);
-        action();
-    }
-
-  private:
-    bool running_ = false;
 };
 
 }  // namespace varo

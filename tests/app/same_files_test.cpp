@@ -37,6 +37,7 @@ TEST(SameFiles, DesktopAndCommandLineWriteIdenticalBytes) {
         screen.findChild<QPushButton*>("cmdSpiceNetlist")->click();
         design.RecomputeNetwork(SilentReporter());  // "See large plot"
         FrmPlot plot(design, dialogs, {});
+        plot.show();
         dialogs.AnswerNextSave(desktop + ".csv");
         plot.findChild<QPushButton*>("cmdExportCsv")->click();
         dialogs.AnswerNextSave(desktop + ".s2p");

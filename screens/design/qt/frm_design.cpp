@@ -368,13 +368,11 @@ void FrmDesign::SetTabOrder() {
 // ---- Routing ------------------------------------------------------------------------------
 
 void FrmDesign::RunAction(const std::function<bool()>& action) {
-    // Hidden behind another screen, the design screen stays reachable through assistive
-    // technology; acting then would open or close screens under that screen's own dialogs.
-    if (actionRunning_ || !isVisible()) return;
-    const QScopedValueRollback<bool> running(actionRunning_, true);
-    if (action()) SetPending(false);
-    ShowResults();
-    ShowSpinnerPositions();
+    actions_.Run([this, &action] {
+        if (action()) SetPending(false);
+        ShowResults();
+        ShowSpinnerPositions();
+    });
 }
 
 void FrmDesign::RunAfterEdit(const std::function<bool()>& action) {

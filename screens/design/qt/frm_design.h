@@ -12,6 +12,7 @@
 #include "model/design_form.h"
 #include "model/design_reporter.h"
 #include "platform/dialogs.h"
+#include "platform/qt/action_gate.h"
 #include "platform/surface.h"
 #include "screens/design/design_actions.h"
 
@@ -114,7 +115,7 @@ class FrmDesign : public QWidget, public DesignForm {
     QLineEdit* coilQEntry_ = nullptr;
     QLineEdit* capacitorQEntry_ = nullptr;
     TankQ lossQ_;
-    bool actionRunning_ = false;
+    ActionGate actions_{*this};
     bool pending_ = false;
 };
 

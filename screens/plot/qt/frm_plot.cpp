@@ -206,9 +206,7 @@ void FrmPlot::ConnectCommands() {
 // ---- Actions ------------------------------------------------------------------------------
 
 void FrmPlot::RunAction(const std::function<void()>& action) {
-    if (actionRunning_) return;
-    const QScopedValueRollback<bool> running(actionRunning_, true);
-    action();
+    actions_.Run(action);
 }
 
 float FrmPlot::ScreenHeightTwips() const {

@@ -5,6 +5,7 @@
 
 #include "model/design.h"
 #include "platform/dialogs.h"
+#include "platform/qt/action_gate.h"
 #include "screens/plot/large_plot_screen.h"
 #include "screens/plot/overlay_files.h"
 
@@ -68,7 +69,7 @@ class FrmPlot : public QWidget {
     QLabel* summary_ = nullptr;
     QLabel* parts_ = nullptr;
     QLabel* cursorReadout_ = nullptr;
-    bool actionRunning_ = false;
+    ActionGate actions_{*this};
 };
 
 }  // namespace varo

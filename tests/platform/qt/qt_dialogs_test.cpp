@@ -9,6 +9,7 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMessageBox>
+#include <QPointer>
 #include <QTimer>
 #include <functional>
 #include <utility>
@@ -104,6 +105,39 @@ TEST(QtDialogs, MessageBoxesShowEveryLineWhole) {
     EXPECT_EQ(shown, QStringList({"VARO", "<b>one</b>\n" + longLine,
                                   "/x/y.KVF: No such file or directory"}));
     EXPECT_GE(labelWidth, lineWidth);
+}
+
+// The screen a dialog belongs to can be closed and deleted while the dialog runs (assistive
+// technology reaches windows a modal dialog blocks); the dialog goes with it and the call
+// returns as cancelled instead of touching a deleted dialog.
+TEST(QtDialogs, ADialogWhoseParentIsDeletedWhileItRunsReturnsAsCancelled) {
+    const std::pair<const char*, std::function<bool(QtDialogs&)>> dialogs[] = {
+        {"message", [](QtDialogs& on) { return on.ShowMessage("text"), true; }},
+        {"failure", [](QtDialogs& on) { return on.ShowFailure("text", "detail"), true; }},
+        {"save", [](QtDialogs& on) { return !on.AskSaveFileName({"Save", "*.txt", 1, "a", true}); }},
+        {"print",
+         [](QtDialogs& on) {
+             return on.Print({"report", {}}).status == PrintOutcome::Status::Cancelled;
+         }},
+    };
+    for (const auto& [name, open] : dialogs) {
+        auto* screen = new QWidget;
+        screen->setAttribute(Qt::WA_DeleteOnClose);
+        screen->show();
+        const QPointer<QWidget> watched = screen;
+        QtDialogs onScreen(screen);
+        WhenModalOpens([screen](QWidget* modal) {
+            ASSERT_NE(modal, nullptr);
+            screen->close();
+            delete screen;
+        });
+        EXPECT_TRUE(open(onScreen)) << name;
+        EXPECT_EQ(watched, nullptr) << name;
+        EXPECT_EQ(QApplication::activeModalWidget(), nullptr) << name;
+        // The next dialog has no parent now and runs as usual.
+        WhenModalOpens([](QWidget* modal) { modal->close(); });
+        onScreen.ShowMessage("after");
+    }
 }
 
 }  // namespace

@@ -75,7 +75,7 @@ class FrmInductor : public QWidget, public CoilForm {
     std::array<QRadioButton*, 4> options_{};  // Option1 .. Option4
     WindingSlots windings_;
     std::optional<CoilState> pictured_;  // the winding the views show
-    ActionGate actions_;
+    ActionGate actions_{*this};
 };
 
 }  // namespace varo

@@ -61,7 +61,7 @@ class FrmLoadHelp : public QWidget, public LoadHelpForm {
     std::array<QRadioButton*, 4> classOptions_{};
     std::map<LoadHelpField, QLineEdit*> entries_;
     std::map<LoadHelpField, QLabel*> labels_;
-    ActionGate actions_;
+    ActionGate actions_{*this};
 };
 
 }  // namespace varo

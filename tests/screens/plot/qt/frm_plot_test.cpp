@@ -28,6 +28,7 @@ class FrmPlotTest : public ::testing::Test {
         test::SetDesign(*state, test::kReferenceDesign);
         ASSERT_TRUE(design.RecomputeNetwork(reporter));
         form = std::make_unique<FrmPlot>(design, dialogs, [] {});
+        form->show();  // a hidden screen does nothing
     }
     void TearDown() override {
         form.reset();

@@ -29,6 +29,7 @@ bool Shown(const QWidget& screen, const char* name) {
 struct FrmInductorTest : ::testing::Test {
     FrmInductor& Open() {
         screen = std::make_unique<FrmInductor>(state, coil, dialogs, [this] { ++returns; });
+        screen->show();  // a hidden screen does nothing
         return *screen;
     }
     // No L section unless a test says otherwise.
@@ -129,7 +130,6 @@ TEST_F(FrmInductorTest, StopsAndAnOverfullPitch) {
     }
     // 16 turns on 4 in leave a 0.25 in pitch for a 0.327 in wire.
     FrmInductor& form = Open();
-    form.show();
     Type(form, "txtFormLength", "4");
     Type(form, "txtTurns", "16");
     Click(form, "cmdCompute");
