@@ -1,8 +1,14 @@
 #include "core/tank_losses.h"
 
+#include <cmath>
+
 #include "core/fault.h"
 
 namespace varo {
+
+bool IsUsableQ(double q) {
+    return q > 0 && std::isfinite(q);
+}
 
 namespace {
 

@@ -13,6 +13,9 @@ struct TankQ {
     double capacitor = 2000;
 };
 
+// A Q a part can have: above 0 and finite (an infinite Q would hide every loss).
+bool IsUsableQ(double q);
+
 // The network with real losses at the operating frequency, driven so that the load receives
 // the design's RF power. Efficiency is load power over the power the network takes in; its
 // loss in dB is the same ratio inverted. The power taken in is the load power plus every

@@ -14,7 +14,7 @@ double ReadQ(const Arguments& args, const std::string& option, double fallback) 
     auto text = args.Value(option);
     if (!text) return fallback;
     const float q = ParseEngNumber(*text);
-    if (!(q > 0)) throw UsageError(option + " needs an unloaded Q above 0");
+    if (!IsUsableQ(q)) throw UsageError(option + " needs an unloaded Q above 0");
     return q;
 }
 

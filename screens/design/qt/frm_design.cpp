@@ -97,6 +97,13 @@ int SpinPosition(double value, int maximum) {
     return static_cast<int>(std::lround(std::clamp(value, 1.0, static_cast<double>(maximum))));
 }
 
+// A Q kept in the user's settings; the default where the settings hold none or a value no part
+// can have (edited by hand: "inf", "1e400", "-3").
+double RememberedQ(const char* key, double fallback) {
+    const double kept = QSettings(kSettingsOwner, kSettingsProgram).value(key, fallback).toDouble();
+    return IsUsableQ(kept) ? kept : fallback;
+}
+
 }  // namespace
 
 FrmDesign::FrmDesign(Design& design, Dialogs& dialogs, DesignSession& session, QWidget* parent)
@@ -160,11 +167,7 @@ void FrmDesign::BuildControls() {
 }
 
 void FrmDesign::BuildLossEntries() {
-    const QSettings settings(kSettingsOwner, kSettingsProgram);
-    lossQ_.coil = settings.value(kCoilQKey, lossQ_.coil).toDouble();
-    lossQ_.capacitor = settings.value(kCapacitorQKey, lossQ_.capacitor).toDouble();
-    if (!(lossQ_.coil > 0)) lossQ_.coil = TankQ{}.coil;
-    if (!(lossQ_.capacitor > 0)) lossQ_.capacitor = TankQ{}.capacitor;
+    lossQ_ = {RememberedQ(kCoilQKey, TankQ{}.coil), RememberedQ(kCapacitorQKey, TankQ{}.capacitor)};
     design_.SetLossQ(lossQ_);
     const float bottom = kLossEntriesY + kLossEntryHeight;
     const auto addQEntry = [&](const char* labelName, const char* caption, const char* entryName,
@@ -511,7 +514,7 @@ void FrmDesign::MarkEdited(QLineEdit* entry) {
 void FrmDesign::OnLossQEdited(QLineEdit* entry, double TankQ::*which, const char* settingsKey) {
     std::string text = entry->text().toStdString();
     const double value = ParseEngNumber(text);
-    if (value > 0 && std::isfinite(value)) {
+    if (IsUsableQ(value)) {
         lossQ_.*which = value;
         QSettings(kSettingsOwner, kSettingsProgram).setValue(settingsKey, value);
     }

@@ -179,6 +179,18 @@ TEST_F(FrmDesignTest, LossQEntriesRecalculateTheLossesAndAreRemembered) {
     QSettings("VARO", "VARO").clear();
 }
 
+// A settings file edited by hand: a Q no part can have is the default, not a lossless tank.
+TEST_F(FrmDesignTest, AHostileRememberedQIsTheDefault) {
+    for (const char* kept : {"inf", "1e400", "-inf", "nan", "-3", "abc"}) {
+        QSettings("VARO", "VARO").setValue("tankLosses/coilQ", kept);
+        Design another;
+        FrmDesign next(another, dialogs, session);
+        EXPECT_EQ(another.lossQ()->coil, 300) << kept;
+        EXPECT_EQ(next.findChild<QLineEdit*>("txtCoilQ")->text(), "300") << kept;
+    }
+    QSettings("VARO", "VARO").clear();
+}
+
 // Assistive technology can press a screen a modal dialog blocks: Exit pressed during the Quarn
 // save dialog used to close the screen under it and crash. What arrives mid-action is dropped.
 // Hidden behind the large plot, the screen was still pressed through the accessibility bus: its
