@@ -1,18 +1,22 @@
 #include "platform/qt/qt_print.h"
 
 #include <QAction>
+#include <QBuffer>
 #include <QDialog>
-#include <QFileInfo>
 #include <QLocale>
 #include <QMarginsF>
 #include <QPageLayout>
 #include <QPageSize>
+#include <QPdfWriter>
 #include <QPrintPreviewDialog>
 #include <QPrinter>
 #include <QToolBar>
 
+#include "platform/qt/guarded_dialog.h"
 #include "platform/qt/qt_dialogs.h"
 #include "platform/qt/replay.h"
+#include "platform/save_file.h"
+#include "platform/textfile.h"
 
 namespace varo {
 
@@ -50,12 +54,12 @@ PrintOutcome Failed(std::string detail) {
 
 }  // namespace
 
-void SetDefaultPaper(QPrinter& printer) {
+QPageLayout DefaultPageLayout() {
     const bool usUnits = QLocale::system().measurementSystem() == QLocale::ImperialUSSystem;
-    printer.setPageSize(QPageSize(usUnits ? QPageSize::Letter : QPageSize::A4));
-    printer.setPageMargins(
-        QMarginsF(kPrintMarginMm, kPrintMarginMm, kPrintMarginMm, kPrintMarginMm),
-        QPageLayout::Millimeter);
+    return QPageLayout(QPageSize(usUnits ? QPageSize::Letter : QPageSize::A4),
+                       QPageLayout::Portrait,
+                       QMarginsF(kPrintMarginMm, kPrintMarginMm, kPrintMarginMm, kPrintMarginMm),
+                       QPageLayout::Millimeter);
 }
 
 void PaintPage(const PrintPage& page, QPainter& painter, const QRectF& target) {
@@ -67,35 +71,61 @@ void PaintPage(const PrintPage& page, QPainter& painter, const QRectF& target) {
         PaintPlacement(placement, painter, fitted, scale);
 }
 
-PrintOutcome PaintDocument(const PrintDocument& document, QPrinter& printer) {
-    if (!printer.isValid()) return Failed("No printer is available.");
-    printer.setDocName(QString::fromStdString(document.name));
+namespace {
+
+PrintOutcome PaintPages(const PrintDocument& document, QPagedPaintDevice& device, int resolution) {
     QPainter painter;
-    if (!painter.begin(&printer)) return Failed("The printer did not accept the job.");
-    const QRectF area(QPointF(0, 0),
-                      printer.pageLayout().paintRectPixels(printer.resolution()).size());
+    if (!painter.begin(&device)) return Failed("The printer did not accept the job.");
+    const QRectF area(QPointF(0, 0), device.pageLayout().paintRectPixels(resolution).size());
     for (std::size_t i = 0; i < document.pages.size(); ++i) {
-        if (i > 0 && !printer.newPage()) return Failed("The printer did not take the next page.");
+        if (i > 0 && !device.newPage()) return Failed("The printer did not take the next page.");
         PaintPage(document.pages[i], painter, area);
     }
     if (!painter.end()) return Failed("The printer could not finish the job.");
     return {Status::Printed, {}};
 }
 
+// The print dialog's "print to file" chose a PDF file for this printer.
+bool PrintsToPdfFile(const QPrinter& printer) {
+    return printer.outputFormat() == QPrinter::PdfFormat && !printer.outputFileName().isEmpty();
+}
+
+}  // namespace
+
+PrintOutcome PaintDocument(const PrintDocument& document, QPrinter& printer) {
+    if (!printer.isValid()) return Failed("No printer is available.");
+    // Qt's own PDF output truncates the file and writes it in place; ours is whole or nothing.
+    if (PrintsToPdfFile(printer))
+        return WritePdf(document, printer.outputFileName().toStdString(), printer.pageLayout());
+    printer.setDocName(QString::fromStdString(document.name));
+    return PaintPages(document, printer, printer.resolution());
+}
+
+PrintOutcome WritePdf(const PrintDocument& document, const std::string& path,
+                      const QPageLayout& layout) {
+    QByteArray bytes;
+    {
+        QBuffer memory(&bytes);
+        memory.open(QIODevice::WriteOnly);
+        QPdfWriter pdf(&memory);
+        pdf.setTitle(QString::fromStdString(document.name));
+        pdf.setPageLayout(layout);
+        PrintOutcome painted = PaintPages(document, pdf, pdf.resolution());
+        if (painted.status == Status::Failed) {
+            painted.detail += " (" + path + ")";
+            return painted;
+        }
+    }
+    try {
+        SaveFile(path, std::string_view(bytes.constData(), static_cast<std::size_t>(bytes.size())));
+    } catch (const FileError& failure) {
+        return Failed(failure.what());
+    }
+    return {Status::Printed, {}};
+}
+
 PrintOutcome WritePdf(const PrintDocument& document, const std::string& path) {
-    const QString file = QString::fromStdString(path);
-    // The PDF engine quietly writes nothing where it cannot open the file: find that out first.
-    const QFileInfo info(file);
-    if (path.empty() || info.isDir() || !QFileInfo(info.absolutePath()).isWritable() ||
-        (info.exists() && !info.isWritable()))
-        return Failed("Cannot write " + path + ".");
-    QPrinter printer(QPrinter::HighResolution);
-    printer.setOutputFormat(QPrinter::PdfFormat);
-    printer.setOutputFileName(file);
-    SetDefaultPaper(printer);
-    PrintOutcome outcome = PaintDocument(document, printer);
-    if (outcome.status == Status::Failed) outcome.detail += " (" + path + ")";
-    return outcome;
+    return WritePdf(document, path, DefaultPageLayout());
 }
 
 QImage RenderPage(const PrintPage& page, QSize size) {
@@ -109,28 +139,28 @@ QImage RenderPage(const PrintPage& page, QSize size) {
 
 PrintOutcome QtDialogs::Print(const PrintDocument& document) {
     QPrinter printer(QPrinter::HighResolution);
-    SetDefaultPaper(printer);
+    printer.setPageLayout(DefaultPageLayout());
     printer.setDocName(QString::fromStdString(document.name));
-    QPrintPreviewDialog preview(&printer, parent_);
-    preview.setWindowTitle(QString::fromStdString(document.name));
+    GuardedDialog<QPrintPreviewDialog> preview(&printer, parent_.data());
+    preview->setWindowTitle(QString::fromStdString(document.name));
     // The preview and the real print run through here alike; what counts is the last run, the
     // one the dialog is accepted after.
     PrintOutcome outcome;
-    QObject::connect(&preview, &QPrintPreviewDialog::paintRequested,
+    QObject::connect(preview.get(), &QPrintPreviewDialog::paintRequested,
                      [&](QPrinter* target) { outcome = PaintDocument(document, *target); });
     bool savedPdf = false;
-    QAction* saveAsPdf = new QAction(QObject::tr("Save as PDF"), &preview);
+    QAction* saveAsPdf = new QAction(QObject::tr("Save as PDF"), preview.get());
     saveAsPdf->setObjectName("actSaveAsPdf");
     QObject::connect(saveAsPdf, &QAction::triggered, [&] {
         const auto path = AskSaveFileName(
             {"Save as PDF", "PDF document (*.pdf)|*.pdf", 1, document.name + ".pdf", true});
-        if (!path) return;
+        if (!path || !preview.get()) return;
         outcome = WritePdf(document, *path);
         savedPdf = true;
-        preview.accept();
+        preview->accept();
     });
-    if (QToolBar* toolbar = preview.findChild<QToolBar*>()) toolbar->addAction(saveAsPdf);
-    const int result = preview.exec();
+    if (QToolBar* toolbar = preview->findChild<QToolBar*>()) toolbar->addAction(saveAsPdf);
+    const int result = preview.Exec();
     if (result != QDialog::Accepted && !savedPdf) return {};
     return outcome;
 }

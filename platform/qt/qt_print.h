@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QImage>
+#include <QPageLayout>
 #include <QPainter>
 #include <QRectF>
 #include <QSize>
@@ -16,16 +17,21 @@ namespace varo {
 inline constexpr double kPrintMarginMm = 15;
 
 // The paper of the locale (Letter where US units are the custom, A4 elsewhere) with the margins.
-void SetDefaultPaper(QPrinter& printer);
+QPageLayout DefaultPageLayout();
 
 // The page as large as fits in `target`, keeping its shape; each drawing's window replayed into
 // its box and clipped to it.
 void PaintPage(const PrintPage& page, QPainter& painter, const QRectF& target);
 
-// Every page onto the printer, one sheet each, inside the printer's margins.
+// Every page onto the printer, one sheet each, inside the printer's margins. A printer the print
+// dialog set to print into a PDF file writes that file as WritePdf does.
 PrintOutcome PaintDocument(const PrintDocument& document, QPrinter& printer);
 
-// The document straight to a PDF file on the locale's paper.
+// The document as a PDF file, rendered in memory and saved whole with SaveFile: a failure leaves
+// the previous file as it was and its detail names the path and the system's reason.
+PrintOutcome WritePdf(const PrintDocument& document, const std::string& path,
+                      const QPageLayout& layout);
+// The same on the locale's paper.
 PrintOutcome WritePdf(const PrintDocument& document, const std::string& path);
 
 // One page on a white image of `size` pixels.

@@ -14,8 +14,6 @@
 #include <vector>
 
 #include "core/fault.h"
-#include "platform/file_size_limit.h"
-#include "platform/save_file.h"
 #include "support/temp_folder.h"
 #include "support/time_limit.h"
 
@@ -27,66 +25,6 @@ using testing::ReadBytes;
 using testing::TempFolder;
 using testing::WriteBytes;
 namespace fs = std::filesystem;
-
-long FilesIn(const TempFolder& folder) {
-    return std::distance(fs::directory_iterator(folder.str()), {});
-}
-
-TEST(SaveFile, WritesWholeOrLeavesThePreviousFileAndNoOtherFile) {
-    for (const std::size_t diskRoom : {1000, 0, 5}) {  // bytes before the disk is full
-        TempFolder folder;
-        const std::string path = folder.File("out.txt");
-        WriteBytes(path, std::string(100, 'x'));
-        const bool saved = diskRoom >= 9;  // the new text's size
-        const FileSizeLimit disk(diskRoom);
-        if (saved) {
-            SaveFile(path, "one\ttwo\r\n");
-        } else {
-            EXPECT_THROW(SaveFile(path, "one\ttwo\r\n"), FileError) << diskRoom;
-        }
-        EXPECT_EQ(ReadBytes(path), saved ? "one\ttwo\r\n" : std::string(100, 'x')) << diskRoom;
-        EXPECT_EQ(FilesIn(folder), 1) << diskRoom;
-    }
-}
-
-TEST(SaveFile, NewFileFollowsTheUmaskAndAReplacedFileKeepsLinkAndPermissions) {
-    TempFolder folder;
-    const mode_t saved = ::umask(022);
-    SaveFile(folder.File("new.txt"), "new");
-    ::umask(saved);
-    EXPECT_EQ(fs::status(folder.File("new.txt")).permissions(), fs::perms{0644});
-    WriteBytes(folder.File("real.txt"), "old");
-    fs::permissions(folder.File("real.txt"), fs::perms{0640});
-    fs::create_symlink("real.txt", folder.File("link.txt"));
-    SaveFile(folder.File("link.txt"), "new");
-    EXPECT_TRUE(fs::is_symlink(folder.File("link.txt")));
-    EXPECT_EQ(ReadBytes(folder.File("real.txt")), "new");
-    EXPECT_EQ(fs::status(folder.File("real.txt")).permissions(), fs::perms{0640});
-}
-
-TEST(SaveFile, WritesASpecialFileInPlaceAndNeverWaitsForAPipeReader) {
-    TempFolder folder;
-    testing::MakePipe(folder.File("pipe"));
-    ASSERT_TRUE(testing::FinishesWithin(2s, [&] {
-        SaveFile("/dev/null", "x");
-        EXPECT_THROW(SaveFile(folder.File("pipe"), "x"), FileError);
-    }));
-    EXPECT_TRUE(fs::is_character_file("/dev/null")) << "it must never be replaced";
-}
-
-TEST(SaveFiles, AFailureWhileWritingAnyLeavesAllAsTheyWere) {
-    TempFolder folder;
-    WriteBytes(folder.File("a"), "old a");
-    WriteBytes(folder.File("b"), "old b");
-    const FileContents files[] = {{folder.File("a"), "new"}, {folder.File("b"), "longer new b"}};
-    {
-        const FileSizeLimit disk(8);  // room for the first new file, not the second
-        EXPECT_THROW(SaveFiles(files), FileError);
-    }
-    EXPECT_EQ(ReadBytes(folder.File("a")), "old a");
-    EXPECT_EQ(ReadBytes(folder.File("b")), "old b");
-    EXPECT_EQ(FilesIn(folder), 2);
-}
 
 TEST(TextFileReader, SplitsOnCrLfAndOnALoneCrOrLfUpToItsLimit) {
     const struct {
