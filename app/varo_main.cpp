@@ -3,6 +3,7 @@
 
 #include "app/navigator.h"
 #include "platform/qt/qt_dialogs.h"
+#include "platform/write_signals.h"
 #include "screens/plot/qt/frm_plot.h"
 #include "session/qt/session_location.h"
 #include "tools/inductor/qt/frm_inductor.h"
@@ -10,6 +11,7 @@
 
 // The desktop program: the navigator runs the screens; the session file's place is settled once.
 int main(int argc, char** argv) {
+    varo::PrepareFileWrites();
     QApplication application(argc, argv);
     QGuiApplication::setDesktopFileName(QStringLiteral("varo"));
     varo::QtDialogs dialogs;

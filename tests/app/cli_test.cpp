@@ -1,8 +1,11 @@
 #include "app/cli/cli.h"
 
 #include <gtest/gtest.h>
+#include <sys/wait.h>
 
 #include <algorithm>
+#include <cstdio>
+#include <filesystem>
 #include <sstream>
 #include <streambuf>
 
@@ -13,6 +16,7 @@ namespace {
 
 using varo::testing::ReadBytes;
 using varo::testing::TempFolder;
+using varo::testing::WriteBytes;
 
 struct Outcome {
     int status;
@@ -131,7 +135,12 @@ TEST(Cli, AFailedFileExitsOne) {
         {{"--json", "--quarn=/nonexistent/\xff"},
          "\"The Quarn file was not written.\\n/nonexistent/\\ufffd: No such file or directory\""},
         {{"--pdf", folder.File("missing/report.pdf")}, "Printer Error"},
+        {{"--sweep-csv", folder.File("ro.csv")},
+         "We could not export the sweep\n" + folder.File("ro.csv") + ": Permission denied\n"},
+        {{"--pdf", folder.File("ro.csv")}, folder.File("ro.csv") + ": Permission denied\n"},
     };
+    WriteBytes(folder.File("ro.csv"), "kept");
+    std::filesystem::permissions(folder.File("ro.csv"), std::filesystem::perms{0444});
     for (const auto& c : cases) {
         std::vector<std::string> words{"design"};
         words.insert(words.end(), c.words.begin(), c.words.end());
@@ -153,6 +162,24 @@ TEST(Cli, AReportThatCannotBeWrittenExitsOne) {
     std::ostringstream err;
     EXPECT_EQ(cli::Run({"design", "--json"}, out, err), 1);
     EXPECT_TRUE(Has(err.str(), "varo-cli: could not write to standard output"));
+}
+
+// The report redirected into a file under a file-size limit: a failed write like a full disk,
+// not the program killed by SIGXFSZ before it could say so.
+TEST(Cli, UnderAFileSizeLimitTheRedirectedReportExitsOneWithAMessage) {
+    TempFolder folder;
+    // Standard error stays on the pipe read here; only the report goes into the file.
+    const std::string command = "ulimit -f 0; exec '" VARO_CLI_EXECUTABLE "' design 2>&1 > '" +
+                                folder.File("report.txt") + "'";
+    FILE* pipe = ::popen(command.c_str(), "r");
+    ASSERT_NE(pipe, nullptr);
+    std::string said;
+    for (int c; (c = std::fgetc(pipe)) != EOF;)
+        said += static_cast<char>(c);
+    const int status = ::pclose(pipe);
+    ASSERT_TRUE(WIFEXITED(status)) << status;
+    EXPECT_EQ(WEXITSTATUS(status), 1);
+    EXPECT_EQ(said, "varo-cli: could not write to standard output: File too large\n");
 }
 
 // Options are entry texts as typed; the helpers' limits apply with their messages.
