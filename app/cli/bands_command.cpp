@@ -1,5 +1,7 @@
+#include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <limits>
 #include <sstream>
 
 #include "app/cli/arguments.h"
@@ -147,19 +149,20 @@ void WriteBandJson(JsonWriter& json, const BandResult& band) {
         .Number("high", band.band.high)
         .Number("centre", band.centre)
         .Bool("feasible", band.feasible());
-    if (band.designed) {
-        json.Number("q", band.q)
-            .Bool("qRaised", band.qRaised)
-            .Number("L1", band.l1)
-            .Number("L2", band.l2);
-        json.BeginArray("edges");
+    // A band whose design failed has no Q, coils or edges: null and empty, the keys all there.
+    const double unknown = std::numeric_limits<double>::quiet_NaN();
+    json.Number("q", band.designed ? band.q : unknown)
+        .Bool("qRaised", band.qRaised)
+        .Number("L1", band.designed ? band.l1 : unknown)
+        .Number("L2", band.designed ? band.l2 : unknown);
+    json.BeginArray("edges");
+    if (band.designed)
         for (const Tuning& edge : band.edges)
             WriteTuningJson(json, edge);
-        json.EndArray();
-    }
+    json.EndArray();
     WriteStringsJson(json, "notes", band.notes);
     WriteStringsJson(json, "shortfalls", band.shortfalls);
-    if (band.designed) WriteHarmonicsJson(json, band.harmonics);
+    WriteHarmonicsJson(json, band.harmonics);
     if (band.stresses)
         json.BeginObject("stresses")
             .Number("c1PeakVolts", band.stresses->c1PeakVolts)
