@@ -370,6 +370,7 @@ double PlateCurrentHarmonic(int n, double conductionDegrees) {
 
 BandPlan PlanBands(const DesignState& design, const BandPlanInputs& inputs) {
     BandPlan plan;
+    plan.inputs = inputs;
     for (const Band& band : inputs.bands)
         plan.bands.push_back(BandPlanner(design, inputs, band).Plan());
     if (const std::string note = AbsentHarmonicsNote(inputs.conductionDegrees); !note.empty())

@@ -110,6 +110,7 @@ struct BandResult {
 };
 
 struct BandPlan {
+    BandPlanInputs inputs;  // what the plan was made for
     std::vector<BandResult> bands;
     std::vector<std::string> notes;  // about the plan as a whole (harmonics the tube lacks)
 };

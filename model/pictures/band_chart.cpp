@@ -123,8 +123,8 @@ std::string CoilsText(const BandResult& band) {
 
 }  // namespace
 
-void DrawBandChart(Surface& surface, const ChartBox& box, const BandPlan& plan,
-                   const BandPlanInputs& inputs) {
+void DrawBandChart(Surface& surface, const ChartBox& box, const BandPlan& plan) {
+    const BandPlanInputs& inputs = plan.inputs;
     surface.SetFont("Arial", kChartPoints);
     const float width = box.right - box.left;
     const float tuneLeft = box.left + width * kNameShare;

@@ -15,8 +15,7 @@ struct ChartBox {
 // and over it the range the band needs from edge to edge, blue where the capacitor reaches, red
 // where it does not; at the right the band's coils (the L1 tap and L2) and its working Q where
 // it was raised.
-void DrawBandChart(Surface& surface, const ChartBox& box, const BandPlan& plan,
-                   const BandPlanInputs& inputs);
+void DrawBandChart(Surface& surface, const ChartBox& box, const BandPlan& plan);
 
 // The chart's colours, for readers of the drawing.
 inline constexpr Colour kAvailableRangeColour = RgbColour(0xD8, 0xD8, 0xD8);

@@ -36,7 +36,7 @@ TEST(BandChart, ShowsWhereACapacitorFallsShortBandByBand) {
     const BandPlan plan = PlanBands(design, inputs);
     Surface surface(10000, 4000);
     const ChartBox box{0, 0, 10000, 4000};
-    DrawBandChart(surface, box, plan, inputs);
+    DrawBandChart(surface, box, plan);
     // Rows between the header (300) and the axis (300 from the bottom).
     const float rowHeight = (4000 - 300 - 300) / 2.0f;
     const float firstTop = 300, secondTop = 300 + rowHeight;
