@@ -50,11 +50,27 @@ Design::Design() : state_(std::make_unique<DesignState>()) {
 void Design::SetLossQ(std::optional<TankQ> q) {
     lossQ_ = q;
     SettleLosses();
+    SettleBandPlan();
 }
 
 void Design::Settle(DesignResults results) {
     results_ = std::move(results);
     SettleLosses();
+    SettleBandPlan();
+}
+
+void Design::SetBandPlanInputs(std::optional<BandPlanInputs> inputs) {
+    bandInputs_ = std::move(inputs);
+    SettleBandPlan();
+}
+
+void Design::SettleBandPlan() {
+    results_.bandPlan.reset();
+    if (!bandInputs_) return;
+    BandPlanInputs inputs = *bandInputs_;
+    inputs.q = lossQ_.value_or(TankQ{});
+    if (BandPlanInputProblems(*state_, inputs).empty())
+        results_.bandPlan = PlanBands(*state_, inputs);
 }
 
 void Design::SettleLosses() {

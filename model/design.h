@@ -35,6 +35,13 @@ class Design {
     void SetLossQ(std::optional<TankQ> q);
     std::optional<TankQ> lossQ() const { return lossQ_; }
 
+    // What the band plan is made for; none for no plan. Setting them plans at once, and each
+    // later operation plans again, so results().bandPlan always describes the design as it now
+    // is. Inputs that BandPlanInputProblems rejects leave no plan. The parts' Q are the loss Q's
+    // (the defaults where no losses are asked for).
+    void SetBandPlanInputs(std::optional<BandPlanInputs> inputs);
+    const std::optional<BandPlanInputs>& bandPlanInputs() const { return bandInputs_; }
+
     // The design screen opens: the entries show the design, then what the screen works out on
     // load, without validating.
     bool Load(DesignForm& form, Reporter& reporter);
@@ -70,10 +77,12 @@ class Design {
     void Settle(DesignResults results);
     void SettleRest();
     void SettleLosses();
+    void SettleBandPlan();
 
     std::unique_ptr<DesignState> state_;
     DesignResults results_;
     std::optional<TankQ> lossQ_;
+    std::optional<BandPlanInputs> bandInputs_;
 };
 
 }  // namespace varo

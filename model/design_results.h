@@ -8,6 +8,7 @@
 #include "core/network.h"
 #include "core/reporter.h"
 #include "core/tank_losses.h"
+#include "model/band_plan.h"
 
 namespace varo {
 
@@ -80,6 +81,7 @@ struct DesignResults {
     std::vector<float> gridFrequencies;   // log-axis grid lines between the sweep limits
     SweepTable sweep;
     std::optional<TankLosses> losses;  // the tank with real coil and capacitor Q, when asked for
+    std::optional<BandPlan> bandPlan;  // every band of the amplifier, once a plan is asked for
 };
 
 // The building blocks of the design's sequences (see Design for the sequences themselves).

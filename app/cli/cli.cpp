@@ -15,7 +15,9 @@ const char* const kOverview =
     "commands:\n"
     "  design       design a pi-L network and analyse it (varo-cli design --help)\n"
     "  plate-load   plate load from peak swing, power and class\n"
-    "  coil         single-layer coil winding for an inductance\n";
+    "  coil         single-layer coil winding for an inductance\n"
+    "  bands        one tank for several bands, checked against the capacitors and the\n"
+    "               harmonic limit (varo-cli bands --help)\n";
 
 struct Command {
     const char* name;
@@ -25,7 +27,8 @@ struct Command {
 
 const Command kCommands[] = {{"design", kDesignUsage, RunDesign},
                              {"plate-load", kPlateLoadUsage, RunPlateLoad},
-                             {"coil", kCoilUsage, RunCoil}};
+                             {"coil", kCoilUsage, RunCoil},
+                             {"bands", kBandsUsage, RunBands}};
 
 int UsageMistake(const std::string& reason, const char* usage, std::ostream& err) {
     err << "varo-cli: " << reason << "\n" << usage;

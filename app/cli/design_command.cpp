@@ -2,6 +2,7 @@
 
 #include "app/cli/arguments.h"
 #include "app/cli/cli_dialogs.h"
+#include "app/cli/design_entries.h"
 #include "app/cli/design_extras.h"
 #include "app/cli/design_files.h"
 #include "app/cli/design_report.h"
@@ -18,11 +19,12 @@ namespace varo::cli {
 
 namespace {
 
-const OptionSpec kDesignOptions{
-    {"--frequency", "--plate", "--intermediate", "--load", "--q", "--swing", "--power",
-     "--generator", "--session", "--sweep-csv", "--ltspice", "--quarn", "--overlay-dir",
-     "--save-session", "--pdf"},
-    {"--json", "--help"}};
+OptionSpec DesignOptions() {
+    OptionSpec options{kDesignEntryOptions, {"--json", "--help"}};
+    options.valued.insert(
+        {"--sweep-csv", "--ltspice", "--quarn", "--overlay-dir", "--save-session", "--pdf"});
+    return options;
+}
 
 // Options that stand for the design screen's entry fields.
 const std::pair<const char*, DesignField> kFieldOptions[] = {
@@ -32,9 +34,6 @@ const std::pair<const char*, DesignField> kFieldOptions[] = {
     {"--load", DesignField::NominalLoad},
     {"--q", DesignField::Q},
 };
-
-// The design screen's entries, held as texts.
-using DesignFields = TextFields<DesignForm>;
 
 // The plot screen's redraw after the design screen's "See large plot": what its exports read.
 void OpenLargePlot(Design& design, Reporter& reporter) {
@@ -75,6 +74,25 @@ bool WriteRequestedFiles(Design& design, DesignFields& form, CliDialogs& dialogs
 
 }  // namespace
 
+const std::set<std::string> kDesignEntryOptions{"--frequency", "--plate",     "--intermediate",
+                                                "--load",      "--q",         "--swing",
+                                                "--power",     "--generator", "--session"};
+
+void EnterDesign(Design& design, DesignFields& form, CliDialogs& dialogs, DesignReporter& reporter,
+                 const Arguments& args) {
+    // With no file to read, the last-session reader leaves the start-up defaults.
+    ReadLastSession(design.state(), args.Value("--session").value_or(""));
+    TakeSwingAndPower(design.state(), args.Value("--swing"), args.Value("--power"), dialogs);
+    design.Load(form, reporter);
+    for (const auto& [option, field] : kFieldOptions)
+        if (auto text = args.Value(option)) form.SetText(field, *text);
+    design.Accept(form, dialogs, reporter);
+    if (auto text = args.Value("--generator")) {
+        form.SetText(DesignField::GeneratorOhms, *text);
+        design.GeneratorResistanceEntered(form, dialogs, reporter);
+    }
+}
+
 const char* const kDesignUsage =
     "usage: varo-cli design [--frequency T] [--plate T] [--intermediate T] [--load T] [--q T]\n"
     "                       [--swing T] [--power T] [--generator T] [--session FILE] [--json]\n"
@@ -95,30 +113,18 @@ const char* const kDesignUsage =
     "  --capacitor-q (which imply --losses) say otherwise.\n";
 
 int RunDesign(const std::vector<std::string>& words, std::ostream& out, std::ostream& err) {
-    const Arguments args = Arguments::Parse(words, WithDesignExtras(kDesignOptions));
+    const Arguments args = Arguments::Parse(words, WithDesignExtras(DesignOptions()));
     if (args.Flag("--help")) {
         out << kDesignUsage;
         return 0;
     }
     const DesignExtras extras = ReadDesignExtras(args);
     Design design;
-    // With no file to read, the last-session reader leaves the start-up defaults.
-    ReadLastSession(design.state(), args.Value("--session").value_or(""));
     design.SetLossQ(extras.lossQ);
-
     DesignFields form;
     CliDialogs dialogs(err);
-    TakeSwingAndPower(design.state(), args.Value("--swing"), args.Value("--power"), dialogs);
     DesignReporter reporter(dialogs, form);
-    // What the design screen runs when it opens, then the user's entries and Accept.
-    design.Load(form, reporter);
-    for (const auto& [option, field] : kFieldOptions)
-        if (auto text = args.Value(option)) form.SetText(field, *text);
-    design.Accept(form, dialogs, reporter);
-    if (auto text = args.Value("--generator")) {
-        form.SetText(DesignField::GeneratorOhms, *text);
-        design.GeneratorResistanceEntered(form, dialogs, reporter);
-    }
+    EnterDesign(design, form, dialogs, reporter, args);
 
     // The file actions may validate and recompute, as their buttons do; the report describes
     // the results they leave, as the design screen shows them after the same presses.

@@ -6,6 +6,7 @@
 
 #include "core/network.h"
 #include "core/numtext.h"
+#include "model/pictures/band_plan_page.h"
 #include "model/pictures/design_picture.h"
 #include "model/pictures/page_parts.h"
 #include "model/pictures/schematic.h"
@@ -198,13 +199,17 @@ PrintDocument DesignReportDocument(const DesignState& state, const DesignResults
     if (results.losses) DrawLosses(text, *results.losses);
     DrawRowCaptions(text);
     DrawNotes(text, stresses, GraphicsY(kPlotWindow.top + kPlotWindow.height, kPlotWindow) + 300);
-    DrawPageFooter(text, 1, 1, date);
+    const int pages = results.bandPlan ? 2 : 1;
+    DrawPageFooter(text, 1, pages, date);
 
     PrintPage page{kPrintPageWidth, kPrintPageHeight, {}};
     page.placements.push_back(WholePage(std::move(text)));
     page.placements.push_back(SchematicPlacement(state, stresses));
     page.placements.push_back(PlotPlacement(state, results));
-    return {"VARO design report", {std::move(page)}};
+    PrintDocument document{"VARO design report", {std::move(page)}};
+    // The band plan, once one has been made, on a page of its own.
+    if (results.bandPlan) document.pages.push_back(BandPlanPage(*results.bandPlan, 2, 2, date));
+    return document;
 }
 
 bool PrintDesignReport(const DesignState& state, const DesignResults& results, Dialogs& dialogs) {

@@ -11,7 +11,8 @@ namespace varo {
 
 // The design report on one page: summary, component values and reactances, phases, stresses,
 // schematic, response plot with the harmonic table, and the tank losses when the results carry
-// them, all as the results settled them. `date` goes into the footer.
+// them, all as the results settled them; the band plan on a second page when the results carry
+// one. `date` goes into the footer.
 PrintDocument DesignReportDocument(const DesignState& state, const DesignResults& results,
                                    const std::string& date);
 

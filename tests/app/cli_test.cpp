@@ -39,7 +39,9 @@ const std::string kOverview =
     "commands:\n"
     "  design       design a pi-L network and analyse it (varo-cli design --help)\n"
     "  plate-load   plate load from peak swing, power and class\n"
-    "  coil         single-layer coil winding for an inductance\n";
+    "  coil         single-layer coil winding for an inductance\n"
+    "  bands        one tank for several bands, checked against the capacitors and the\n"
+    "               harmonic limit (varo-cli bands --help)\n";
 const std::string kDesignUsage =
     "usage: varo-cli design [--frequency T] [--plate T] [--intermediate T] [--load T] [--q T]\n"
     "                       [--swing T] [--power T] [--generator T] [--session FILE] [--json]\n"
@@ -270,6 +272,81 @@ TEST(CliDesign, TheReportDescribesTheStateTheFilesLeave) {
     EXPECT_TRUE(Has(exported.out, "\"plateR\": 1235"));
     EXPECT_EQ(Section(exported.out, "harmonics"), Section(direct.out, "harmonics"));
     EXPECT_EQ(Section(exported.out, "stresses"), Section(direct.out, "stresses"));
+}
+
+// The plan's JSON: every band asked for, each with its two edges and harmonics 2 to 10; the CSV
+// a line per edge under its header.
+TEST(CliBands, JsonAndCsvHoldEveryBandAndEdge) {
+    const std::vector<std::string> plan = {"bands",  "--cout",  "5",          "--stray", "10",
+                                           "--tune", "10:500",  "--load-cap", "30:3000", "--bands",
+                                           "40,10",  "--power", "1500"};
+    std::vector<std::string> json = plan, csv = plan;
+    json.push_back("--json");
+    csv.push_back("--csv");
+    const Outcome asJson = RunCli(json);
+    ASSERT_EQ(asJson.status, 0) << asJson.err;
+    for (const char* key : {"\"band\": \"40 m\"",
+                            "\"band\": \"10 m\"",
+                            "\"low\": 7000000",
+                            "\"centre\"",
+                            "\"q\": 12",
+                            "\"qRaised\": false",
+                            "\"L1\"",
+                            "\"L2\"",
+                            "\"feasible\": true",
+                            "\"edges\"",
+                            "\"frequency\": 29700000",
+                            "\"C1\"",
+                            "\"tune\"",
+                            "\"Cload\"",
+                            "\"shortfalls\": []",
+                            "\"harmonics\"",
+                            "\"networkDb\"",
+                            "\"outputDbc\"",
+                            "\"limitDbc\": -43",
+                            "\"marginDb\""})
+        EXPECT_TRUE(Has(asJson.out, key)) << key;
+    std::size_t harmonics = 0;
+    for (std::size_t at = 0; (at = asJson.out.find("\"n\": ", at)) != std::string::npos; ++at)
+        ++harmonics;
+    EXPECT_EQ(harmonics, 18u);
+    const Outcome asCsv = RunCli(csv);
+    ASSERT_EQ(asCsv.status, 0) << asCsv.err;
+    EXPECT_EQ(asCsv.out.substr(0, asCsv.out.find("\r\n")),
+              "band,frequency,q,qRaised,L1,L2,C1,tune,Cload,C3,feasible");
+    EXPECT_EQ(std::count(asCsv.out.begin(), asCsv.out.end(), '\n'), 5);
+    EXPECT_TRUE(Has(asCsv.out, "\r\n10 m,29700000,12,no,"));
+}
+
+// Bad input says what is wrong and exits 2, without a plan.
+TEST(CliBands, BadInputsAreNamed) {
+    const std::vector<std::string> base = {"bands", "--cout", "5", "--stray", "10"};
+    const struct {
+        std::vector<std::string> more;
+        std::string err;
+    } cases[] = {
+        {{"--tune", "500:10", "--load-cap", "30:3000"},
+         "varo-cli: The tuning capacitor's minimum (500 pF) is above its maximum (10 pF).\n"},
+        {{"--tune", "10:500", "--load-cap=-30:3000"},
+         "varo-cli: The loading capacitor's range must be capacitances of 0 pF or more.\n"},
+        {{"--tune", "10", "--load-cap", "30:3000"},
+         "varo-cli: --tune needs MIN:MAX in pF, such as 10:500\n"},
+        {{"--tune", "10:500"}, "varo-cli: --load-cap is required\n"},
+        {{"--tune", "10:500", "--load-cap", "30:3000", "--bands", "40,6"},
+         "varo-cli: unknown band '6' (the bands: 160,80,40,30,20,17,15,12,10)\n"},
+        {{"--tune", "10:500", "--load-cap", "30:3000", "--conduction", "400"},
+         "varo-cli: The conduction angle must be above 0 and at most 360 degrees.\n"},
+        {{"--tune", "10:500", "--load-cap", "30:3000", "--limit", "x"},
+         "varo-cli: --limit needs fcc, itu or a number of dB\n"},
+    };
+    for (const auto& c : cases) {
+        std::vector<std::string> words = base;
+        words.insert(words.end(), c.more.begin(), c.more.end());
+        const Outcome outcome = RunCli(words);
+        EXPECT_EQ(outcome.status, 2) << c.err;
+        EXPECT_EQ(outcome.out, "") << c.err;
+        EXPECT_EQ(outcome.err.substr(0, c.err.size()), c.err);
+    }
 }
 
 }  // namespace

@@ -13,6 +13,7 @@
 #include "export/as_built_design.h"
 #include "export/design_cases.h"
 #include "export/external_tools.h"
+#include "support/ngspice.h"
 #include "support/temp_folder.h"
 
 namespace varo {
@@ -59,36 +60,9 @@ TEST(SpiceNetlist, TextForEachLSection) {
     }
 }
 
-// Every variable of ngspice's AC analysis, from its ASCII raw file (strtod takes the subnormal
-// numbers ngspice may write).
-std::map<std::string, std::vector<std::complex<double>>> Simulate(
-    const testing::TempFolder& folder) {
-    EXPECT_TRUE(testing::RunsClean(
-        "cd " + folder.str() + " && SPICE_ASCIIRAWFILE=1 ngspice -b -r ac.raw net.cir > log 2>&1"));
-    const std::string raw = testing::ReadBytes(folder.File("ac.raw"));
-    std::istringstream in(raw.substr(raw.find("\nVariables:") + 11));
-    std::vector<std::string> names;  // a line each: index, name, kind
-    for (std::string line; std::getline(in, line) && line != "Values:";) {
-        std::istringstream fields(line);
-        std::string index, name;
-        if (fields >> index >> name) names.push_back(name);
-    }
-    std::map<std::string, std::vector<std::complex<double>>> variables;
-    for (std::string index, pair; in >> index;) {
-        for (const std::string& name : names) {
-            in >> pair;
-            char* imaginary = nullptr;
-            const double re = std::strtod(pair.c_str(), &imaginary);
-            variables[name].push_back({re, std::strtod(imaginary + 1, nullptr)});
-        }
-    }
-    return variables;
-}
-
 // At 50 frequencies the transducer gain ngspice simulates agrees with the program's analysis.
 TEST(SpiceNetlist, NgspiceSimulatesWhatTheAnalysisComputes) {
-    if (!testing::RunsClean("command -v ngspice > /dev/null"))
-        GTEST_SKIP() << "ngspice is not installed";
+    if (!testing::NgspiceIsInstalled()) GTEST_SKIP() << "ngspice is not installed";
     const struct {
         test::DesignInputs inputs;
         float genMultiplier;
@@ -106,7 +80,7 @@ TEST(SpiceNetlist, NgspiceSimulatesWhatTheAnalysisComputes) {
         testing::TempFolder folder;
         ScriptedDialogs dialogs;
         ASSERT_TRUE(WriteSpiceNetlist(*state, folder.File("net.cir"), dialogs));
-        auto ac = Simulate(folder);
+        auto ac = testing::Simulate(folder);
         const bool lSection = c.inputs.intermediateR != c.inputs.loadR;
         const auto& load = ac[lSection ? "v(load)" : "v(mid)"];
         const auto& frequency = ac["frequency"];

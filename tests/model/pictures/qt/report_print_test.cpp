@@ -62,6 +62,26 @@ TEST_F(ReportTest, DesignReportPdfHoldsValuesStressesAndFooterOnOnePage) {
         EXPECT_NE(text.find(part), std::string::npos) << part << " not in " << text;
 }
 
+// Once a band plan is made, the report prints it on a second page, read back from the PDF.
+TEST_F(ReportTest, ABandPlanIsTheReportsSecondPage) {
+    BandPlanInputs amp;
+    amp.tubeCapacitance = 5e-12;
+    amp.strayCapacitance = 10e-12;
+    amp.tune = {10e-12, 150e-12};
+    amp.load = {30e-12, 3000e-12};
+    amp.bands = {{"160 m", 1.8e6, 2.0e6}, {"40 m", 7.0e6, 7.3e6}};
+    design.SetBandPlanInputs(amp);
+    PdfDialogs dialogs;
+    dialogs.pdfPath = folder.File("report.pdf");
+    ASSERT_TRUE(PrintDesignReport(*state, results, dialogs));
+    const auto [pages, text] = PagesAndText(*dialogs.pdfPath);
+    EXPECT_EQ(pages, "2\n");
+    for (const std::string part :
+         {"Page 1 of 2", "Page 2 of 2", "VARO - Band plan", "160 m: NOT feasible",
+          "the tuning capacitor needs", "40 m: feasible", "Tuning capacitor, pF"})
+        EXPECT_NE(text.find(part), std::string::npos) << part << " not in " << text;
+}
+
 // A large-plot nudge stays until the next recalculation: the report shows it and its stresses.
 TEST_F(ReportTest, ReportShowsTheValuesTheDesignHoldsAfterANudge) {
     const float before = state->C3;

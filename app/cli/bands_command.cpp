@@ -1,0 +1,293 @@
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <limits>
+#include <sstream>
+
+#include "app/cli/arguments.h"
+#include "app/cli/cli_dialogs.h"
+#include "app/cli/commands.h"
+#include "app/cli/design_entries.h"
+#include "app/cli/json_writer.h"
+#include "model/band_plan.h"
+
+namespace varo::cli {
+
+namespace {
+
+constexpr double kPico = 1e-12;
+
+OptionSpec BandOptions() {
+    OptionSpec options{kDesignEntryOptions, {"--json", "--csv", "--help"}};
+    options.valued.insert({"--cout", "--stray", "--tune", "--load-cap", "--bands", "--conduction",
+                           "--limit", "--coil-q", "--capacitor-q"});
+    return options;
+}
+
+// A plain number, the whole text of it.
+std::optional<double> PlainNumber(std::string_view text) {
+    double value = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    if (error != std::errc() || end != text.data() + text.size() || !std::isfinite(value))
+        return std::nullopt;
+    return value;
+}
+
+double Number(const Arguments& args, const std::string& option, const char* what) {
+    const auto value = PlainNumber(args.Required(option));
+    if (!value) throw UsageError(option + " needs " + what);
+    return *value;
+}
+
+CapacitorRange Range(const Arguments& args, const std::string& option) {
+    const std::string text = args.Required(option);
+    const std::size_t colon = text.find(':');
+    const auto min = PlainNumber(std::string_view(text).substr(0, colon));
+    const auto max = colon == std::string::npos
+                         ? std::nullopt
+                         : PlainNumber(std::string_view(text).substr(colon + 1));
+    if (!min || !max) throw UsageError(option + " needs MIN:MAX in pF, such as 10:500");
+    return {*min * kPico, *max * kPico};
+}
+
+std::string BandNumber(const Band& band) {
+    return band.name.substr(0, band.name.find(' '));
+}
+
+std::vector<Band> ChosenBands(const std::optional<std::string>& list) {
+    const std::vector<Band> known = DefaultBands();
+    if (!list) return known;
+    std::vector<Band> chosen;
+    std::istringstream items(*list);
+    for (std::string item; std::getline(items, item, ',');) {
+        const auto band = std::find_if(known.begin(), known.end(),
+                                       [&](const Band& b) { return BandNumber(b) == item; });
+        if (band == known.end()) {
+            std::string names;
+            for (const Band& b : known)
+                names += (names.empty() ? "" : ",") + BandNumber(b);
+            throw UsageError("unknown band '" + item + "' (the bands: " + names + ")");
+        }
+        chosen.push_back(*band);
+    }
+    return chosen;
+}
+
+double LimitDbc(const std::optional<std::string>& text, double watts) {
+    if (!text || *text == "fcc") return kFixedHarmonicLimitDbc;
+    if (*text == "itu") return PowerScaledHarmonicLimitDbc(watts);
+    const auto db = PlainNumber(*text);
+    // "60" and "-60" both mean 60 dB below the carrier.
+    if (!db || *db == 0) throw UsageError("--limit needs fcc, itu or a number of dB");
+    return -std::fabs(*db);
+}
+
+double Conduction(const std::optional<std::string>& text) {
+    if (!text) return kClassBConduction;
+    const auto degrees = PlainNumber(*text);
+    if (!degrees) throw UsageError("--conduction needs a number of degrees");
+    return *degrees;
+}
+
+BandPlanInputs ReadBandInputs(const Arguments& args, const DesignState& design) {
+    BandPlanInputs inputs;
+    inputs.tubeCapacitance = Number(args, "--cout", "a capacitance in pF") * kPico;
+    inputs.strayCapacitance = Number(args, "--stray", "a capacitance in pF") * kPico;
+    inputs.tune = Range(args, "--tune");
+    inputs.load = Range(args, "--load-cap");
+    inputs.bands = ChosenBands(args.Value("--bands"));
+    inputs.conductionDegrees = Conduction(args.Value("--conduction"));
+    inputs.limitDbc = LimitDbc(args.Value("--limit"), design.rfPower);
+    if (auto q = args.Value("--coil-q")) inputs.q.coil = PlainNumber(*q).value_or(0);
+    if (auto q = args.Value("--capacitor-q")) inputs.q.capacitor = PlainNumber(*q).value_or(0);
+    return inputs;
+}
+
+// ---- Output ---------------------------------------------------------------------------------
+
+std::string Fixed(double value, int decimals) {
+    char buffer[64];
+    const auto [end, error] =
+        std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::fixed, decimals);
+    return error == std::errc() ? std::string(buffer, end) : "?";
+}
+
+void WriteTuningJson(JsonWriter& json, const Tuning& tuning) {
+    json.BeginObject().Number("frequency", tuning.frequency).Bool("solvable", tuning.solvable);
+    if (tuning.solvable) {
+        json.Number("C1", tuning.c1).Number("tune", tuning.tune).Number("Cload", tuning.load);
+        if (tuning.c3) json.Number("C3", *tuning.c3);
+    }
+    json.EndObject();
+}
+
+void WriteHarmonicsJson(JsonWriter& json, const std::vector<HarmonicEstimate>& harmonics) {
+    json.BeginArray("harmonics");
+    for (const HarmonicEstimate& h : harmonics)
+        json.BeginObject()
+            .Integer("n", h.n)
+            .Number("networkDb", h.networkDb)
+            .Number("outputDbc", h.outputDbc)
+            .Number("limitDbc", h.limitDbc)
+            .Number("marginDb", h.marginDb)
+            .EndObject();
+    json.EndArray();
+}
+
+void WriteStringsJson(JsonWriter& json, std::string_view key,
+                      const std::vector<std::string>& texts) {
+    json.BeginArray(key);
+    for (const std::string& text : texts)
+        json.String({}, text);
+    json.EndArray();
+}
+
+void WriteBandJson(JsonWriter& json, const BandResult& band) {
+    json.BeginObject()
+        .String("band", band.band.name)
+        .Number("low", band.band.low)
+        .Number("high", band.band.high)
+        .Number("centre", band.centre)
+        .Bool("feasible", band.feasible());
+    // A band whose design failed has no Q, coils or edges: null and empty, the keys all there.
+    const double unknown = std::numeric_limits<double>::quiet_NaN();
+    json.Number("q", band.designed ? band.q : unknown)
+        .Bool("qRaised", band.qRaised)
+        .Number("L1", band.designed ? band.l1 : unknown)
+        .Number("L2", band.designed ? band.l2 : unknown);
+    json.BeginArray("edges");
+    if (band.designed)
+        for (const Tuning& edge : band.edges)
+            WriteTuningJson(json, edge);
+    json.EndArray();
+    WriteStringsJson(json, "notes", band.notes);
+    WriteStringsJson(json, "shortfalls", band.shortfalls);
+    WriteHarmonicsJson(json, band.harmonics);
+    if (band.stresses)
+        json.BeginObject("stresses")
+            .Number("c1PeakVolts", band.stresses->c1PeakVolts)
+            .Number("loadPeakVolts", band.stresses->loadPeakVolts)
+            .Number("l1Amperes", band.stresses->l1Amperes)
+            .Number("l2Amperes", band.stresses->l2Amperes)
+            .Number("efficiencyPercent", band.stresses->efficiencyPercent)
+            .EndObject();
+    json.EndObject();
+}
+
+std::string PlanJson(const BandPlan& plan, const std::vector<std::string>& messages) {
+    JsonWriter json;
+    json.BeginObject();
+    WriteStringsJson(json, "messages", messages);
+    WriteStringsJson(json, "notes", plan.notes);
+    json.BeginArray("bands");
+    for (const BandResult& band : plan.bands)
+        WriteBandJson(json, band);
+    json.EndArray().EndObject();
+    return json.text() + "\n";
+}
+
+std::string PlanCsv(const BandPlan& plan) {
+    std::string csv = "band,frequency,q,qRaised,L1,L2,C1,tune,Cload,C3,feasible\r\n";
+    for (const BandResult& band : plan.bands) {
+        for (const Tuning& edge : band.edges) {
+            const bool known = band.designed && edge.solvable;
+            const auto number = [&](double value) { return known ? JsonNumber(value) : ""; };
+            csv += band.band.name + "," + JsonNumber(edge.frequency) + "," +
+                   (band.designed ? JsonNumber(band.q) : "") + "," + (band.qRaised ? "yes" : "no") +
+                   "," + number(band.l1) + "," + number(band.l2) + "," + number(edge.c1) + "," +
+                   number(edge.tune) + "," + number(edge.load) + "," +
+                   (known && edge.c3 ? JsonNumber(*edge.c3) : "") + "," +
+                   (band.feasible() ? "yes" : "no") + "\r\n";
+        }
+    }
+    return csv;
+}
+
+void WriteTuningText(std::ostream& out, const Tuning& tuning) {
+    out << "  " << Fixed(tuning.frequency / 1e6, 4) << " MHz: ";
+    if (!tuning.solvable) {
+        out << "no match\n";
+        return;
+    }
+    out << "C1 " << Fixed(tuning.c1 / kPico, 1) << " pF (tuning " << Fixed(tuning.tune / kPico, 1)
+        << " pF), loading " << Fixed(tuning.load / kPico, 1) << " pF";
+    if (tuning.c3) out << ", C3 " << Fixed(*tuning.c3 / kPico, 1) << " pF";
+    out << "\n";
+}
+
+void WriteBandText(std::ostream& out, const BandResult& band) {
+    out << band.band.name << " (" << Fixed(band.band.low / 1e6, 4) << " to "
+        << Fixed(band.band.high / 1e6, 4)
+        << " MHz): " << (band.feasible() ? "feasible" : "NOT feasible") << "\n";
+    if (band.designed) {
+        out << "  Q " << Fixed(band.q, 2) << ", L1 " << Fixed(band.l1 * 1e6, 3) << " uH, L2 "
+            << Fixed(band.l2 * 1e6, 3) << " uH\n";
+        for (const Tuning& edge : band.edges)
+            WriteTuningText(out, edge);
+        out << "  harmonics (dBc, margin to the limit):";
+        for (const HarmonicEstimate& h : band.harmonics)
+            out << " " << h.n << ": " << Fixed(h.outputDbc, 1) << " (" << Fixed(h.marginDb, 1)
+                << ")";
+        out << "\n";
+    }
+    if (band.stresses)
+        out << "  C1 " << Fixed(band.stresses->c1PeakVolts, 0) << " Vpeak, loading "
+            << Fixed(band.stresses->loadPeakVolts, 0) << " Vpeak, L1 "
+            << Fixed(band.stresses->l1Amperes, 2) << " Arms, L2 "
+            << Fixed(band.stresses->l2Amperes, 2) << " Arms, efficiency "
+            << Fixed(band.stresses->efficiencyPercent, 1) << " %\n";
+    for (const std::string& note : band.notes)
+        out << "  " << note << "\n";
+    for (const std::string& shortfall : band.shortfalls)
+        out << "  short: " << shortfall << "\n";
+}
+
+}  // namespace
+
+const char* const kBandsUsage =
+    "usage: varo-cli bands --cout PF --stray PF --tune MIN:MAX --load-cap MIN:MAX\n"
+    "                      [--bands 160,80,40,...] [--conduction DEG] [--limit fcc|itu|DB]\n"
+    "                      [--coil-q Q] [--capacitor-q Q] [--json | --csv]\n"
+    "                      [the design options of varo-cli design: --frequency T ...]\n"
+    "  Plans one tank for several bands: each band is designed at its geometric centre,\n"
+    "  the working Q raised where the tube's output capacitance (--cout) and the strays\n"
+    "  leave the tuning capacitor (--tune, pF) short at the band's top, and C1 and the\n"
+    "  loading capacitance (--load-cap, pF) re-tuned at both edges with the coils fixed.\n"
+    "  --conduction is the plate current's conduction angle (class A 360, AB 240, B 180,\n"
+    "  C 150; default 180); --limit the harmonic limit: fcc -43 dBc (the default), itu\n"
+    "  43 + 10 log10(P) dB below the carrier or 50 dB, whichever is less strict, or a\n"
+    "  number of dB below the carrier.\n";
+
+int RunBands(const std::vector<std::string>& words, std::ostream& out, std::ostream& err) {
+    const Arguments args = Arguments::Parse(words, BandOptions());
+    if (args.Flag("--help")) {
+        out << kBandsUsage;
+        return 0;
+    }
+    Design design;
+    DesignFields form;
+    CliDialogs dialogs(err);
+    DesignReporter reporter(dialogs, form);
+    EnterDesign(design, form, dialogs, reporter, args);
+    const BandPlanInputs inputs = ReadBandInputs(args, design.state());
+    const std::vector<std::string> problems = BandPlanInputProblems(design.state(), inputs);
+    if (!problems.empty()) {
+        for (const std::string& problem : problems)
+            err << "varo-cli: " << problem << "\n";
+        return 2;
+    }
+    const BandPlan plan = PlanBands(design.state(), inputs);
+    if (args.Flag("--json")) {
+        out << PlanJson(plan, dialogs.messages());
+    } else if (args.Flag("--csv")) {
+        out << PlanCsv(plan);
+    } else {
+        for (const BandResult& band : plan.bands)
+            WriteBandText(out, band);
+        for (const std::string& note : plan.notes)
+            out << note << "\n";
+    }
+    return 0;
+}
+
+}  // namespace varo::cli
