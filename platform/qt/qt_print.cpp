@@ -8,8 +8,10 @@
 #include <QPageLayout>
 #include <QPageSize>
 #include <QPdfWriter>
+#include <QPrintDialog>
 #include <QPrintPreviewDialog>
 #include <QPrinter>
+#include <QScopedValueRollback>
 #include <QToolBar>
 
 #include "platform/qt/guarded_dialog.h"
@@ -137,31 +139,60 @@ QImage RenderPage(const PrintPage& page, QSize size) {
     return image;
 }
 
+namespace {
+
+// The preview's own "Print" action, found by its caption.
+QAction* QtPrintAction(QPrintPreviewDialog& preview) {
+    for (QAction* action : preview.findChildren<QAction*>())
+        if (action->text() == QPrintPreviewDialog::tr("Print")) return action;
+    return nullptr;
+}
+
+}  // namespace
+
 PrintOutcome QtDialogs::Print(const PrintDocument& document) {
     QPrinter printer(QPrinter::HighResolution);
     printer.setPageLayout(DefaultPageLayout());
     printer.setDocName(QString::fromStdString(document.name));
     GuardedDialog<QPrintPreviewDialog> preview(&printer, parent_.data());
     preview->setWindowTitle(QString::fromStdString(document.name));
-    // The preview and the real print run through here alike; what counts is the last run, the
-    // one the dialog is accepted after.
+    // The preview paints through here; the print itself is ours below.
     PrintOutcome outcome;
     QObject::connect(preview.get(), &QPrintPreviewDialog::paintRequested,
-                     [&](QPrinter* target) { outcome = PaintDocument(document, *target); });
-    bool savedPdf = false;
+                     [&](QPrinter* target) { PaintDocument(document, *target); });
+    // One of the preview's own dialogs at a time: what assistive technology presses on the
+    // preview while one is open (it reaches blocked windows) is dropped.
+    bool choosing = false;
+    const auto finish = [&](PrintOutcome done) {
+        outcome = std::move(done);
+        preview->accept();
+    };
+    // Qt's print action opens its print dialog with a "print to file" choice whose file dialog
+    // (a file-system model with background updates) did not survive assistive technology's
+    // presses: ours offers the printers only, and PDFs come from "Save as PDF".
+    if (QAction* print = QtPrintAction(*preview.get())) {
+        QObject::disconnect(print, &QAction::triggered, nullptr, nullptr);
+        QObject::connect(print, &QAction::triggered, preview.get(), [&] {
+            if (choosing) return;
+            const QScopedValueRollback<bool> busy(choosing, true);
+            GuardedDialog<QPrintDialog> chooser(&printer, preview.get());
+            chooser->setOption(QAbstractPrintDialog::PrintToFile, false);
+            if (chooser.Exec() != QDialog::Accepted || !preview.get()) return;
+            finish(PaintDocument(document, printer));
+        });
+    }
     QAction* saveAsPdf = new QAction(QObject::tr("Save as PDF"), preview.get());
     saveAsPdf->setObjectName("actSaveAsPdf");
-    QObject::connect(saveAsPdf, &QAction::triggered, [&] {
+    QObject::connect(saveAsPdf, &QAction::triggered, preview.get(), [&] {
+        if (choosing) return;
+        const QScopedValueRollback<bool> busy(choosing, true);
         const auto path = AskSaveFileName(
             {"Save as PDF", "PDF document (*.pdf)|*.pdf", 1, document.name + ".pdf", true});
         if (!path || !preview.get()) return;
-        outcome = WritePdf(document, *path);
-        savedPdf = true;
-        preview->accept();
+        finish(WritePdf(document, *path));
     });
     if (QToolBar* toolbar = preview->findChild<QToolBar*>()) toolbar->addAction(saveAsPdf);
-    const int result = preview.Exec();
-    if (result != QDialog::Accepted && !savedPdf) return {};
+    if (preview.Exec() != QDialog::Accepted) return {};
     return outcome;
 }
 

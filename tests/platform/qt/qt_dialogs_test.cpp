@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QAccessible>
+#include <QAction>
 #include <QApplication>
 #include <QComboBox>
 #include <QLabel>
@@ -10,7 +11,9 @@
 #include <QListWidget>
 #include <QMessageBox>
 #include <QPointer>
+#include <QPrintDialog>
 #include <QTimer>
+#include <algorithm>
 #include <functional>
 #include <utility>
 
@@ -114,7 +117,10 @@ TEST(QtDialogs, ADialogWhoseParentIsDeletedWhileItRunsReturnsAsCancelled) {
     const std::pair<const char*, std::function<bool(QtDialogs&)>> dialogs[] = {
         {"message", [](QtDialogs& on) { return on.ShowMessage("text"), true; }},
         {"failure", [](QtDialogs& on) { return on.ShowFailure("text", "detail"), true; }},
-        {"save", [](QtDialogs& on) { return !on.AskSaveFileName({"Save", "*.txt", 1, "a", true}); }},
+        {"save",
+         [](QtDialogs& on) {
+             return !on.AskSaveFileName({"Save", "*.txt", 1, "a", true});
+         }},
         {"print",
          [](QtDialogs& on) {
              return on.Print({"report", {}}).status == PrintOutcome::Status::Cancelled;
@@ -138,6 +144,41 @@ TEST(QtDialogs, ADialogWhoseParentIsDeletedWhileItRunsReturnsAsCancelled) {
         WhenModalOpens([](QWidget* modal) { modal->close(); });
         onScreen.ShowMessage("after");
     }
+}
+
+// The preview's Print opens a print dialog without "print to file" (PDFs come from "Save as
+// PDF"), and what reaches the blocked preview meanwhile (a second Print, Save as PDF) opens
+// nothing more.
+TEST(QtDialogs, ThePreviewOpensOneDialogAtATimeAndNoPrintToFile) {
+    const auto action = [](QWidget* preview, const QString& text) {
+        for (QAction* candidate : preview->findChildren<QAction*>())
+            if (candidate->text() == text) return candidate;
+        return static_cast<QAction*>(nullptr);
+    };
+    bool printToFile = true;
+    bool onlyTheChooserOpen = false;
+    WhenModalOpens([&](QWidget* preview) {
+        ASSERT_NE(action(preview, "Print"), nullptr);
+        QTimer::singleShot(0, [&, preview] {
+            auto* chooser = qobject_cast<QPrintDialog*>(QApplication::activeModalWidget());
+            ASSERT_NE(chooser, nullptr);
+            printToFile = chooser->testOption(QAbstractPrintDialog::PrintToFile);
+            action(preview, "Print")->trigger();
+            action(preview, "Save as PDF")->trigger();
+            const QWidgetList shown = QApplication::topLevelWidgets();
+            const auto dialogs = std::count_if(shown.begin(), shown.end(), [](QWidget* w) {
+                return w->isVisible() && qobject_cast<QDialog*>(w) != nullptr;
+            });
+            onlyTheChooserOpen = QApplication::activeModalWidget() == chooser && dialogs == 2;
+            chooser->reject();
+            preview->close();
+        });
+        action(preview, "Print")->trigger();
+    });
+    QtDialogs dialogs;
+    EXPECT_EQ(dialogs.Print({"report", {}}).status, PrintOutcome::Status::Cancelled);
+    EXPECT_FALSE(printToFile);
+    EXPECT_TRUE(onlyTheChooserOpen);
 }
 
 }  // namespace
