@@ -10,6 +10,7 @@
 #include "app/cli/design_entries.h"
 #include "app/cli/json_writer.h"
 #include "model/band_plan.h"
+#include "model/pictures/report_pages.h"
 
 namespace varo::cli {
 
@@ -20,7 +21,7 @@ constexpr double kPico = 1e-12;
 OptionSpec BandOptions() {
     OptionSpec options{kDesignEntryOptions, {"--json", "--csv", "--help"}};
     options.valued.insert({"--cout", "--stray", "--tune", "--load-cap", "--bands", "--conduction",
-                           "--limit", "--coil-q", "--capacitor-q"});
+                           "--limit", "--coil-q", "--capacitor-q", "--pdf"});
     return options;
 }
 
@@ -247,7 +248,7 @@ void WriteBandText(std::ostream& out, const BandResult& band) {
 const char* const kBandsUsage =
     "usage: varo-cli bands --cout PF --stray PF --tune MIN:MAX --load-cap MIN:MAX\n"
     "                      [--bands 160,80,40,...] [--conduction DEG] [--limit fcc|itu|DB]\n"
-    "                      [--coil-q Q] [--capacitor-q Q] [--json | --csv]\n"
+    "                      [--coil-q Q] [--capacitor-q Q] [--json | --csv] [--pdf FILE]\n"
     "                      [the design options of varo-cli design: --frequency T ...]\n"
     "  Plans one tank for several bands: each band is designed at its geometric centre,\n"
     "  the working Q raised where the tube's output capacitance (--cout) and the strays\n"
@@ -256,7 +257,8 @@ const char* const kBandsUsage =
     "  --conduction is the plate current's conduction angle (class A 360, AB 240, B 180,\n"
     "  C 150; default 180); --limit the harmonic limit: fcc -43 dBc (the default), itu\n"
     "  43 + 10 log10(P) dB below the carrier or 50 dB, whichever is less strict, or a\n"
-    "  number of dB below the carrier.\n";
+    "  number of dB below the carrier. --pdf writes the design report with the plan as its\n"
+    "  second page.\n";
 
 int RunBands(const std::vector<std::string>& words, std::ostream& out, std::ostream& err) {
     const Arguments args = Arguments::Parse(words, BandOptions());
@@ -276,7 +278,18 @@ int RunBands(const std::vector<std::string>& words, std::ostream& out, std::ostr
             err << "varo-cli: " << problem << "\n";
         return 2;
     }
-    const BandPlan plan = PlanBands(design.state(), inputs);
+    design.SetLossQ(inputs.q);
+    design.SetBandPlanInputs(inputs);
+    if (!design.results().bandPlan) {
+        err << "varo-cli: no band plan could be made for this design\n";
+        return 1;
+    }
+    const BandPlan& plan = *design.results().bandPlan;
+    bool written = true;
+    if (auto path = args.Value("--pdf")) {
+        dialogs.AnswerNextSave(*path);
+        written = PrintDesignReport(design.state(), design.results(), dialogs);
+    }
     if (args.Flag("--json")) {
         out << PlanJson(plan, dialogs.messages());
     } else if (args.Flag("--csv")) {
@@ -287,7 +300,7 @@ int RunBands(const std::vector<std::string>& words, std::ostream& out, std::ostr
         for (const std::string& note : plan.notes)
             out << note << "\n";
     }
-    return 0;
+    return written ? 0 : 1;
 }
 
 }  // namespace varo::cli

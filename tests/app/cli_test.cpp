@@ -9,6 +9,7 @@
 #include <sstream>
 #include <streambuf>
 
+#include "support/pdf_reading.h"
 #include "support/temp_folder.h"
 
 namespace varo::cli {
@@ -316,6 +317,13 @@ TEST(CliBands, JsonAndCsvHoldEveryBandAndEdge) {
               "band,frequency,q,qRaised,L1,L2,C1,tune,Cload,C3,feasible");
     EXPECT_EQ(std::count(asCsv.out.begin(), asCsv.out.end(), '\n'), 5);
     EXPECT_TRUE(Has(asCsv.out, "\r\n10 m,29700000,12,no,"));
+    TempFolder folder;
+    std::vector<std::string> pdf = plan;
+    pdf.insert(pdf.end(), {"--pdf", folder.File("plan.pdf")});
+    ASSERT_EQ(RunCli(pdf).status, 0);
+    const auto [pages, text] = test::PagesAndText(folder.File("plan.pdf"));
+    EXPECT_EQ(pages, "2\n");
+    EXPECT_TRUE(Has(text, "VARO - Band plan")) << text;
 }
 
 // Bad input says what is wrong and exits 2, without a plan.
