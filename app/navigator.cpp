@@ -19,9 +19,10 @@ struct Exit {
     LeaveSignal signal;
 };
 
-constexpr std::array<Exit, 3> kDesignExits{{{Destination::Plot, &FrmDesign::requestPlot},
+constexpr std::array<Exit, 4> kDesignExits{{{Destination::Plot, &FrmDesign::requestPlot},
                                             {Destination::Inductor, &FrmDesign::requestInductor},
-                                            {Destination::LoadHelp, &FrmDesign::requestLoadHelp}}};
+                                            {Destination::LoadHelp, &FrmDesign::requestLoadHelp},
+                                            {Destination::Bands, &FrmDesign::requestBands}}};
 
 }  // namespace
 

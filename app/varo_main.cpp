@@ -4,6 +4,7 @@
 #include "app/navigator.h"
 #include "platform/qt/qt_dialogs.h"
 #include "platform/write_signals.h"
+#include "screens/bands/qt/frm_bands.h"
 #include "screens/plot/qt/frm_plot.h"
 #include "session/qt/session_location.h"
 #include "tools/inductor/qt/frm_inductor.h"
@@ -31,6 +32,9 @@ int main(int argc, char** argv) {
     navigator.Register(varo::Destination::Inductor, [&winding](const varo::ScreenContext& context) {
         return new varo::FrmInductor(context.design.state(), winding, context.dialogs,
                                      context.returnToDesign);
+    });
+    navigator.Register(varo::Destination::Bands, [](const varo::ScreenContext& context) {
+        return new varo::FrmBands(context.design, context.dialogs, context.returnToDesign);
     });
     navigator.Start();
     return application.exec();

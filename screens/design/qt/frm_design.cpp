@@ -196,7 +196,7 @@ void FrmDesign::SetToolTips() {
         const char* name;
         const char* text;
     };
-    const std::array<Tip, 23> tips = {{
+    const std::array<Tip, 24> tips = {{
         {"txtFrequency", "Operating frequency; k and M suffixes allowed"},
         {"txtPlate", "Plate load resistance the network must present to the tube"},
         {"txtNominalLoad", "Load resistance, usually the antenna feed line"},
@@ -213,6 +213,7 @@ void FrmDesign::SetToolTips() {
         {"cmdPlot", "Show the response on the large plot"},
         {"cmdInductor", "Design the winding of L1 or L2"},
         {"cmdLoadHelp", "Work out the plate load; enter RF power and peak swing"},
+        {"cmdBands", "Plan the tank for every band against the tube and the variable capacitors"},
         {"cmdPrint", "Print the design report"},
         {"cmdQuarn", "Write the design as a Quarn circuit file"},
         {"cmdSpice", "Write the design as an LTspice schematic"},
@@ -334,10 +335,12 @@ void FrmDesign::BuildCommandRow() {
                     QRectF(QPointF(left, kCommandTop), QPointF(left + width, kCommandBottom)));
         left += width + kCommandGap;
     }
+    // Beyond the original row: the band plan, in the free room under the harmonic table.
+    PlaceButton(*background_, "cmdBands", "&Band plan", LogicalBox(8800, 5650, 10400, 6050));
 }
 
 void FrmDesign::SetTabOrder() {
-    const std::array<const char*, 22> order = {"txtFrequency",
+    const std::array<const char*, 23> order = {"txtFrequency",
                                                "txtPlate",
                                                "txtNominalLoad",
                                                "txtQ",
@@ -356,6 +359,7 @@ void FrmDesign::SetTabOrder() {
                                                "cmdQuarn",
                                                "cmdSpice",
                                                "cmdSpiceNetlist",
+                                               "cmdBands",
                                                "txtCoilQ",
                                                "txtCapacitorQ",
                                                "cmdHelp"};
@@ -456,6 +460,9 @@ void FrmDesign::ConnectCommands() {
     onClick("cmdLoadHelp", false, [this] {
         LeaveFor(&FrmDesign::requestLoadHelp,
                  "The plate-load helper is not yet available in this version.");
+    });
+    onClick("cmdBands", false, [this] {
+        LeaveFor(&FrmDesign::requestBands, "The band plan is not yet available in this version.");
     });
     onClick("cmdPrint", true, [this] { PrintDesign(design_, *this, dialogs_, reporter_); });
     // Only a chosen file name reads the entries in; a cancelled dialog leaves them marked.

@@ -57,6 +57,7 @@ class FrmDesign : public QWidget, public DesignForm {
     void requestPlot();
     void requestInductor();
     void requestLoadHelp();
+    void requestBands();
     void requestExit();
 
   protected:
