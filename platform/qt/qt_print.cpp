@@ -1,5 +1,6 @@
 #include "platform/qt/qt_print.h"
 
+#include <QAbstractButton>
 #include <QAction>
 #include <QBuffer>
 #include <QDialog>
@@ -177,6 +178,10 @@ PrintOutcome QtDialogs::Print(const PrintDocument& document) {
             const QScopedValueRollback<bool> busy(choosing, true);
             GuardedDialog<QPrintDialog> chooser(&printer, preview.get());
             chooser->setOption(QAbstractPrintDialog::PrintToFile, false);
+            // Hidden, its file browser is still pressed through the accessibility bus;
+            // disabled, it opens nothing.
+            if (auto* browse = chooser->findChild<QAbstractButton*>("fileBrowser"))
+                browse->setEnabled(false);
             if (chooser.Exec() != QDialog::Accepted || !preview.get()) return;
             finish(PaintDocument(document, printer));
         });

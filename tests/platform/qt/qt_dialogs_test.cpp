@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QAbstractButton>
 #include <QAccessible>
 #include <QAction>
 #include <QApplication>
@@ -147,8 +148,8 @@ TEST(QtDialogs, ADialogWhoseParentIsDeletedWhileItRunsReturnsAsCancelled) {
 }
 
 // The preview's Print opens a print dialog without "print to file" (PDFs come from "Save as
-// PDF"), and what reaches the blocked preview meanwhile (a second Print, Save as PDF) opens
-// nothing more.
+// PDF"; its hidden file browser cannot be pressed either), and what reaches the blocked preview
+// meanwhile (a second Print, Save as PDF) opens nothing more.
 TEST(QtDialogs, ThePreviewOpensOneDialogAtATimeAndNoPrintToFile) {
     const auto action = [](QWidget* preview, const QString& text) {
         for (QAction* candidate : preview->findChildren<QAction*>())
@@ -162,7 +163,9 @@ TEST(QtDialogs, ThePreviewOpensOneDialogAtATimeAndNoPrintToFile) {
         QTimer::singleShot(0, [&, preview] {
             auto* chooser = qobject_cast<QPrintDialog*>(QApplication::activeModalWidget());
             ASSERT_NE(chooser, nullptr);
-            printToFile = chooser->testOption(QAbstractPrintDialog::PrintToFile);
+            const auto* browse = chooser->findChild<QAbstractButton*>("fileBrowser");
+            printToFile = chooser->testOption(QAbstractPrintDialog::PrintToFile) ||
+                          (browse != nullptr && browse->isEnabled());
             action(preview, "Print")->trigger();
             action(preview, "Save as PDF")->trigger();
             const QWidgetList shown = QApplication::topLevelWidgets();
