@@ -70,9 +70,10 @@ Scale ScaleFor(const CapacitorRange& range, const BandPlan& plan,
     return {low, high, left, right};
 }
 
-// Ticks at 1, 2 and 5 of each decade, labelled below the panel.
+// Ticks at 1, 2 and 5 of each decade, labelled below the panel where the label has room.
 void DrawAxis(Surface& surface, const Scale& scale, float y) {
     surface.Line(scale.left, y, scale.right, y, kBlack);
+    float labelledTo = -1e9f;
     for (double decade = std::pow(10, std::floor(std::log10(scale.low))); decade <= scale.high;
          decade *= 10) {
         for (const double step : {1.0, 2.0, 5.0}) {
@@ -80,8 +81,11 @@ void DrawAxis(Surface& surface, const Scale& scale, float y) {
             if (value < scale.low || value > scale.high) continue;
             const float x = scale.X(value);
             surface.Line(x, y, x, y + 60, kBlack);
-            surface.Text(x, y + 80, Decimal(value, value < 1 ? 1 : 0),
-                         TextAlign{HorizontalAlign::Centre, VerticalAlign::Top});
+            const std::string label = Decimal(value, value < 1 ? 1 : 0);
+            const float half = surface.MeasureText(label).width / 2;
+            if (x - half < labelledTo + 60) continue;
+            surface.Text(x, y + 80, label, TextAlign{HorizontalAlign::Centre, VerticalAlign::Top});
+            labelledTo = x + half;
         }
     }
 }
