@@ -49,8 +49,9 @@ constexpr std::array<EntryRow, 6> kEntryRows{{
     {"txtLoadMax", "Loading capacitor max, pF:", &BandFormText::loadMax},
 }};
 
-const std::array<const char*, 6> kBandColumns{
-    "Use", "Band", "Low, MHz", "High, MHz", "Tune padder, pF", "Load padder, pF"};
+// Short headers, so the columns fit the screen's narrow table; the padders are in pF.
+const std::array<const char*, 6> kBandColumns{"Use",      "Band",     "Low MHz",
+                                              "High MHz", "Tune pad", "Load pad"};
 const std::array<const char*, 8> kResultColumns{
     "Band", "Q", "L1, uH", "L2, uH", "Tuning, pF", "Loading, pF", "Worst harmonic", "Efficiency"};
 
@@ -219,7 +220,9 @@ void FrmBands::BuildBandTable() {
         headers.push_back(header);
     bands_->setHorizontalHeaderLabels(headers);
     bands_->verticalHeader()->setVisible(false);
-    bands_->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+    bands_->setWordWrap(false);
+    bands_->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    bands_->horizontalHeader()->setStretchLastSection(true);
     background_->Place(bands_, LogicalBox(kCaptionLeft, RowTop(8) + 100, kEntryRight, 7900), 8);
     connect(bands_, &QTableWidget::cellChanged, this, [this] { Replan(false); });
 }
@@ -234,7 +237,9 @@ void FrmBands::BuildResults() {
         headers.push_back(header);
     results_->setHorizontalHeaderLabels(headers);
     results_->verticalHeader()->setVisible(false);
-    results_->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+    results_->setWordWrap(false);
+    results_->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    results_->horizontalHeader()->setStretchLastSection(true);
     background_->Place(results_, LogicalBox(kRightLeft, 4400, kRightRight, 6900), 8);
     notes_ = new QPlainTextEdit(background_);
     notes_->setObjectName("txtNotes");
