@@ -26,25 +26,12 @@ constexpr float kMostWorkingQ = 1000;
 // of an exact zero after rounding).
 constexpr double kAbsentHarmonic = 1e-9;
 
-// `value` with at most `decimals` decimals, trailing zeros dropped; the same in every locale.
-std::string Decimal(double value, int decimals) {
-    char buffer[64];
-    const auto [end, error] =
-        std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::fixed, decimals);
-    std::string text(buffer, error == std::errc() ? end : buffer);
-    if (text.find('.') != std::string::npos) {
-        text.erase(text.find_last_not_of('0') + 1);
-        if (text.back() == '.') text.pop_back();
-    }
-    return text == "-0" ? "0" : text;
-}
-
 std::string Picofarads(double farads) {
-    return Decimal(farads / kPico, 1) + " pF";
+    return TrimmedText(farads / kPico, 1) + " pF";
 }
 
 std::string Megahertz(double hertz) {
-    return Decimal(hertz / 1e6, 4) + " MHz";
+    return TrimmedText(hertz / 1e6, 4) + " MHz";
 }
 
 // ---- Inputs ---------------------------------------------------------------------------------
@@ -123,13 +110,13 @@ std::string AbsentHarmonicsNote(double conductionDegrees) {
             absent.push_back(Ordinal(n));
     if (absent.empty()) return {};
     if (absent.size() == kHighestHarmonic - 1)
-        return "At " + Decimal(conductionDegrees, 1) +
+        return "At " + TrimmedText(conductionDegrees, 1) +
                " degrees (class A) the tube makes no harmonic current in this model: the "
                "harmonics are judged on the network's attenuation alone.";
     std::string list;
     for (const std::string& ordinal : absent)
         list += (list.empty() ? "" : ", ") + ordinal;
-    return "At " + Decimal(conductionDegrees, 1) + " degrees the tube makes no " + list +
+    return "At " + TrimmedText(conductionDegrees, 1) + " degrees the tube makes no " + list +
            " harmonic current in this model: those are judged on the network's attenuation "
            "alone.";
 }
@@ -203,8 +190,8 @@ class BandPlanner {
         }
         if (!result_.designed)
             result_.shortfalls.push_back("The design cannot be calculated at " +
-                                         Megahertz(result_.centre) + " with Q " + Decimal(q, 1) +
-                                         ".");
+                                         Megahertz(result_.centre) + " with Q " +
+                                         TrimmedText(q, 1) + ".");
         return result_.designed;
     }
 
@@ -239,7 +226,7 @@ class BandPlanner {
         if (!reaches(high)) {
             result_.designed = false;
             result_.shortfalls.push_back(
-                "No working Q up to " + Decimal(kMostWorkingQ, 0) +
+                "No working Q up to " + TrimmedText(kMostWorkingQ, 0) +
                 " lets the tuning capacitor reach its minimum of " + Picofarads(inputs_.tune.min) +
                 " at " + Megahertz(result_.band.high) + ": the tube, strays and padder alone are " +
                 Picofarads(FixedPlateCapacitance()) + ".");
@@ -252,8 +239,8 @@ class BandPlanner {
         }
         if (!DesignAt(high)) return;
         result_.qRaised = true;
-        result_.notes.push_back("Q raised from " + Decimal(result_.designQ, 1) + " to " +
-                                Decimal(high, 1) + ": tuning capacitor at its minimum");
+        result_.notes.push_back("Q raised from " + TrimmedText(result_.designQ, 1) + " to " +
+                                TrimmedText(high, 1) + ": tuning capacitor at its minimum");
     }
 
     // The variable capacitors' shares: padders, tube and strays taken off.
@@ -356,6 +343,22 @@ Tuning RetuneAt(const DesignState& s, double frequency, bool highBranch) {
     tuning.load = (-back.im - beyond.im) / omega;
     tuning.solvable = tuning.c1 > 0 && tuning.load > 0;
     return tuning;
+}
+
+std::string FixedText(double value, int decimals) {
+    char buffer[64];
+    const auto [end, error] =
+        std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::fixed, decimals);
+    return error == std::errc() ? std::string(buffer, end) : "?";
+}
+
+std::string TrimmedText(double value, int decimals) {
+    std::string text = FixedText(value, decimals);
+    if (text.find('.') != std::string::npos) {
+        text.erase(text.find_last_not_of('0') + 1);
+        if (text.back() == '.') text.pop_back();
+    }
+    return text == "-0" ? "0" : text;
 }
 
 double PlateCurrentHarmonic(int n, double conductionDegrees) {

@@ -130,6 +130,11 @@ Tuning RetuneAt(const DesignState& centreDesign, double frequency, bool highBran
 // with the larger C1 when its input and output Q multiply to more than 1.
 bool CentreBranch(const DesignState& centreDesign);
 
+// `value` with exactly `decimals` decimals ("12.30"), the same in every locale.
+std::string FixedText(double value, int decimals);
+// The same with trailing zeros dropped ("12.3", "12").
+std::string TrimmedText(double value, int decimals);
+
 // The n-th harmonic of a plate current flowing as cosine pulses of the given conduction angle,
 // relative to the fundamental (amplitude ratio, 0 where the pulse holds none).
 double PlateCurrentHarmonic(int n, double conductionDegrees);

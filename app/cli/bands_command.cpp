@@ -106,13 +106,6 @@ BandPlanInputs ReadBandInputs(const Arguments& args, const DesignState& design) 
 
 // ---- Output ---------------------------------------------------------------------------------
 
-std::string Fixed(double value, int decimals) {
-    char buffer[64];
-    const auto [end, error] =
-        std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::fixed, decimals);
-    return error == std::errc() ? std::string(buffer, end) : "?";
-}
-
 void WriteTuningJson(JsonWriter& json, const Tuning& tuning) {
     json.BeginObject().Number("frequency", tuning.frequency).Bool("solvable", tuning.solvable);
     if (tuning.solvable) {
@@ -205,38 +198,39 @@ std::string PlanCsv(const BandPlan& plan) {
 }
 
 void WriteTuningText(std::ostream& out, const Tuning& tuning) {
-    out << "  " << Fixed(tuning.frequency / 1e6, 4) << " MHz: ";
+    out << "  " << FixedText(tuning.frequency / 1e6, 4) << " MHz: ";
     if (!tuning.solvable) {
         out << "no match\n";
         return;
     }
-    out << "C1 " << Fixed(tuning.c1 / kPico, 1) << " pF (tuning " << Fixed(tuning.tune / kPico, 1)
-        << " pF), loading " << Fixed(tuning.load / kPico, 1) << " pF";
-    if (tuning.c3) out << ", C3 " << Fixed(*tuning.c3 / kPico, 1) << " pF";
+    out << "C1 " << FixedText(tuning.c1 / kPico, 1) << " pF (tuning "
+        << FixedText(tuning.tune / kPico, 1) << " pF), loading "
+        << FixedText(tuning.load / kPico, 1) << " pF";
+    if (tuning.c3) out << ", C3 " << FixedText(*tuning.c3 / kPico, 1) << " pF";
     out << "\n";
 }
 
 void WriteBandText(std::ostream& out, const BandResult& band) {
-    out << band.band.name << " (" << Fixed(band.band.low / 1e6, 4) << " to "
-        << Fixed(band.band.high / 1e6, 4)
+    out << band.band.name << " (" << FixedText(band.band.low / 1e6, 4) << " to "
+        << FixedText(band.band.high / 1e6, 4)
         << " MHz): " << (band.feasible() ? "feasible" : "NOT feasible") << "\n";
     if (band.designed) {
-        out << "  Q " << Fixed(band.q, 2) << ", L1 " << Fixed(band.l1 * 1e6, 3) << " uH, L2 "
-            << Fixed(band.l2 * 1e6, 3) << " uH\n";
+        out << "  Q " << FixedText(band.q, 2) << ", L1 " << FixedText(band.l1 * 1e6, 3)
+            << " uH, L2 " << FixedText(band.l2 * 1e6, 3) << " uH\n";
         for (const Tuning& edge : band.edges)
             WriteTuningText(out, edge);
         out << "  harmonics (dBc, margin to the limit):";
         for (const HarmonicEstimate& h : band.harmonics)
-            out << " " << h.n << ": " << Fixed(h.outputDbc, 1) << " (" << Fixed(h.marginDb, 1)
-                << ")";
+            out << " " << h.n << ": " << FixedText(h.outputDbc, 1) << " ("
+                << FixedText(h.marginDb, 1) << ")";
         out << "\n";
     }
     if (band.stresses)
-        out << "  C1 " << Fixed(band.stresses->c1PeakVolts, 0) << " Vpeak, loading "
-            << Fixed(band.stresses->loadPeakVolts, 0) << " Vpeak, L1 "
-            << Fixed(band.stresses->l1Amperes, 2) << " Arms, L2 "
-            << Fixed(band.stresses->l2Amperes, 2) << " Arms, efficiency "
-            << Fixed(band.stresses->efficiencyPercent, 1) << " %\n";
+        out << "  C1 " << FixedText(band.stresses->c1PeakVolts, 0) << " Vpeak, loading "
+            << FixedText(band.stresses->loadPeakVolts, 0) << " Vpeak, L1 "
+            << FixedText(band.stresses->l1Amperes, 2) << " Arms, L2 "
+            << FixedText(band.stresses->l2Amperes, 2) << " Arms, efficiency "
+            << FixedText(band.stresses->efficiencyPercent, 1) << " %\n";
     for (const std::string& note : band.notes)
         out << "  " << note << "\n";
     for (const std::string& shortfall : band.shortfalls)

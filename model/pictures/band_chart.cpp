@@ -18,13 +18,6 @@ constexpr float kGapShare = 0.02f;
 constexpr float kHeaderHeight = 300;
 constexpr float kAxisHeight = 300;
 
-std::string Decimal(double value, int decimals) {
-    char buffer[32];
-    const auto [end, error] =
-        std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::fixed, decimals);
-    return error == std::errc() ? std::string(buffer, end) : "?";
-}
-
 // A logarithmic pF scale across a panel.
 struct Scale {
     double low = 1, high = 1000;  // pF
@@ -81,7 +74,7 @@ void DrawAxis(Surface& surface, const Scale& scale, float y) {
             if (value < scale.low || value > scale.high) continue;
             const float x = scale.X(value);
             surface.Line(x, y, x, y + 60, kBlack);
-            const std::string label = Decimal(value, value < 1 ? 1 : 0);
+            const std::string label = FixedText(value, value < 1 ? 1 : 0);
             const float half = surface.MeasureText(label).width / 2;
             if (x - half < labelledTo + 60) continue;
             surface.Text(x, y + 80, label, TextAlign{HorizontalAlign::Centre, VerticalAlign::Top});
@@ -120,8 +113,8 @@ void DrawPanelRow(Surface& surface, const Scale& scale, const CapacitorRange& ra
 
 std::string CoilsText(const BandResult& band) {
     if (!band.designed) return "no design";
-    std::string text = Decimal(band.l1 * 1e6, 2) + " / " + Decimal(band.l2 * 1e6, 2);
-    if (band.qRaised) text += "  Q " + Decimal(band.q, 1);
+    std::string text = FixedText(band.l1 * 1e6, 2) + " / " + FixedText(band.l2 * 1e6, 2);
+    if (band.qRaised) text += "  Q " + FixedText(band.q, 1);
     return text;
 }
 

@@ -16,28 +16,22 @@ constexpr float kLeft = 0;
 constexpr float kChartTop = 1500;
 constexpr float kChartBottom = 5600;
 
-std::string Fixed(double value, int decimals) {
-    char buffer[32];
-    const auto [end, error] =
-        std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::fixed, decimals);
-    return error == std::errc() ? std::string(buffer, end) : "?";
-}
-
 std::string Pf(double farads) {
-    return Fixed(farads / kPico, 1);
+    return FixedText(farads / kPico, 1);
 }
 
 std::string InputsLine(const BandPlanInputs& inputs) {
     return "Tube " + Pf(inputs.tubeCapacitance) + " pF + stray " + Pf(inputs.strayCapacitance) +
            " pF; tuning " + Pf(inputs.tune.min) + "-" + Pf(inputs.tune.max) + " pF; loading " +
            Pf(inputs.load.min) + "-" + Pf(inputs.load.max) + " pF; conduction " +
-           Fixed(inputs.conductionDegrees, 0) + " deg; limit " + Fixed(inputs.limitDbc, 1) + " dBc";
+           FixedText(inputs.conductionDegrees, 0) + " deg; limit " + FixedText(inputs.limitDbc, 1) +
+           " dBc";
 }
 
 std::string EdgesLine(const BandResult& band) {
     std::string line;
     for (const Tuning& edge : band.edges) {
-        line += (line.empty() ? "" : ";  ") + Fixed(edge.frequency / 1e6, 3) + " MHz: ";
+        line += (line.empty() ? "" : ";  ") + FixedText(edge.frequency / 1e6, 3) + " MHz: ";
         line += edge.solvable ? "tune " + Pf(edge.tune) + " pF, load " + Pf(edge.load) + " pF"
                               : "no match";
     }
@@ -51,21 +45,22 @@ std::string WorstHarmonicLine(const BandResult& band) {
                                             return a.marginDb < b.marginDb;
                                         });
     std::string line = "Worst harmonic: " + std::to_string(worst->n) + " at " +
-                       Fixed(worst->outputDbc, 1) + " dBc, margin " + Fixed(worst->marginDb, 1) +
-                       " dB";
+                       FixedText(worst->outputDbc, 1) + " dBc, margin " +
+                       FixedText(worst->marginDb, 1) + " dB";
     if (band.stresses)
-        line += ";  loading " + Fixed(band.stresses->loadPeakVolts, 0) + " Vpeak, L1 " +
-                Fixed(band.stresses->l1Amperes, 2) + " Arms, L2 " +
-                Fixed(band.stresses->l2Amperes, 2) + " Arms, efficiency " +
-                Fixed(band.stresses->efficiencyPercent, 1) + " %";
+        line += ";  loading " + FixedText(band.stresses->loadPeakVolts, 0) + " Vpeak, L1 " +
+                FixedText(band.stresses->l1Amperes, 2) + " Arms, L2 " +
+                FixedText(band.stresses->l2Amperes, 2) + " Arms, efficiency " +
+                FixedText(band.stresses->efficiencyPercent, 1) + " %";
     return line;
 }
 
 void DrawBand(TextColumn& column, const BandResult& band) {
     column.Line(band.band.name + ":  " + (band.feasible() ? "feasible" : "NOT feasible") +
-                (band.designed ? ",  Q " + Fixed(band.q, 1) + ",  L1 " + Fixed(band.l1 * 1e6, 2) +
-                                     " uH,  L2 " + Fixed(band.l2 * 1e6, 2) + " uH"
-                               : ""));
+                (band.designed
+                     ? ",  Q " + FixedText(band.q, 1) + ",  L1 " + FixedText(band.l1 * 1e6, 2) +
+                           " uH,  L2 " + FixedText(band.l2 * 1e6, 2) + " uH"
+                     : ""));
     if (band.designed) {
         column.Line("   " + EdgesLine(band));
         column.Line("   " + WorstHarmonicLine(band));
