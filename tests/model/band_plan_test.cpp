@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "core/design_fixture.h"
+#include "model/design.h"
 
 namespace varo {
 namespace {
@@ -239,6 +240,24 @@ TEST(BandPlan, ATubeTooLargeForTheBandIsInfeasibleWithAReason) {
         ASSERT_FALSE(band.shortfalls.empty());
         EXPECT_NE(band.shortfalls[0].find(c.reason), std::string::npos) << band.shortfalls[0];
     }
+}
+
+// The design keeps its plan up to date: the plan follows the parts' Q entered for the losses,
+// and inputs that cannot be planned with leave none.
+TEST(BandPlan, TheDesignKeepsItsPlanWithTheLossQ) {
+    Design design;
+    design.state() = Designed({3.9e6f, 1500, 300, 50, 12});
+    BandPlanInputs amp = Amplifier();
+    amp.bands = {{"40 m", 7.0e6, 7.3e6}};
+    design.SetBandPlanInputs(amp);
+    ASSERT_TRUE(design.results().bandPlan);
+    const double usual = design.results().bandPlan->bands[0].stresses->efficiencyPercent;
+    design.SetLossQ(TankQ{100, 2000});
+    const double poorCoils = design.results().bandPlan->bands[0].stresses->efficiencyPercent;
+    EXPECT_LT(poorCoils, usual - 1);
+    amp.tune = {500 * kPico, 10 * kPico};
+    design.SetBandPlanInputs(amp);
+    EXPECT_FALSE(design.results().bandPlan);
 }
 
 }  // namespace
