@@ -125,7 +125,7 @@ std::string AbsentHarmonicsNote(double conductionDegrees) {
 
 // The network walked from the load back to the plate at the design's power: the voltage across
 // the midpoint capacitance and the coil currents.
-BandStresses WalkStresses(const DesignState& s, double centre, TankQ q) {
+BandStresses WalkStresses(const DesignState& s, double centre) {
     const double omega = 2 * std::numbers::pi * centre;
     const TankNetwork network = BuildTankNetwork(s);
     Complex v{std::sqrt(2.0 * s.rfPower * s.loadR), 0};  // peak
@@ -144,7 +144,6 @@ BandStresses WalkStresses(const DesignState& s, double centre, TankQ q) {
             i = i + Complex{0, omega * element.value} * v;
         }
     }
-    stresses.efficiencyPercent = AnalyzeTankLosses(s, q).efficiencyPercent;
     return stresses;
 }
 
@@ -172,11 +171,23 @@ class BandPlanner {
         result_.edges = {Check(RetuneAt(state_, result_.band.low, branch)),
                          Check(RetuneAt(state_, result_.band.high, branch))};
         result_.harmonics = EstimateHarmonics(state_, result_.centre, inputs_);
-        if (state_.rfPower > 0) result_.stresses = WalkStresses(state_, result_.centre, inputs_.q);
+        if (state_.rfPower > 0) result_.stresses = WalkStresses(state_, result_.centre);
+        result_.efficiencyPercent = Efficiency();
         return result_;
     }
 
   private:
+    // The losses are a ratio: worked out at a watt where the design has no power.
+    std::optional<double> Efficiency() const {
+        DesignState lossy = state_;
+        if (!(lossy.rfPower > 0)) lossy.rfPower = 1;
+        try {
+            return AnalyzeTankLosses(lossy, inputs_.q).efficiencyPercent;
+        } catch (const ArithmeticFault&) {
+            return std::nullopt;
+        }
+    }
+
     double FixedPlateCapacitance() const {
         return inputs_.tubeCapacitance + inputs_.strayCapacitance + result_.band.tunePadder;
     }

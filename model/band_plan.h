@@ -88,7 +88,6 @@ struct BandStresses {
     double loadPeakVolts = 0;  // across the loading capacitor
     double l1Amperes = 0;      // rms
     double l2Amperes = 0;      // rms, 0 without an L section
-    double efficiencyPercent = 0;
 };
 
 struct BandResult {
@@ -103,7 +102,8 @@ struct BandResult {
     std::vector<std::string> notes;           // what was done: "Q raised from 12 to 17.3: ..."
     std::vector<std::string> shortfalls;      // what the parts cannot do, with the pF missing
     std::vector<HarmonicEstimate> harmonics;  // 2 to 10 at the centre
-    std::optional<BandStresses> stresses;
+    std::optional<BandStresses> stresses;     // with an RF power only
+    std::optional<double> efficiencyPercent;  // the tank with the parts' Q, at the centre
     bool designed = false;  // false: the design's procedure failed; nothing else is set
 
     bool feasible() const { return designed && shortfalls.empty(); }

@@ -163,8 +163,9 @@ void WriteBandJson(JsonWriter& json, const BandResult& band) {
             .Number("loadPeakVolts", band.stresses->loadPeakVolts)
             .Number("l1Amperes", band.stresses->l1Amperes)
             .Number("l2Amperes", band.stresses->l2Amperes)
-            .Number("efficiencyPercent", band.stresses->efficiencyPercent)
             .EndObject();
+    json.Number("efficiencyPercent",
+                band.efficiencyPercent.value_or(std::numeric_limits<double>::quiet_NaN()));
     json.EndObject();
 }
 
@@ -229,8 +230,9 @@ void WriteBandText(std::ostream& out, const BandResult& band) {
         out << "  C1 " << FixedText(band.stresses->c1PeakVolts, 0) << " Vpeak, loading "
             << FixedText(band.stresses->loadPeakVolts, 0) << " Vpeak, L1 "
             << FixedText(band.stresses->l1Amperes, 2) << " Arms, L2 "
-            << FixedText(band.stresses->l2Amperes, 2) << " Arms, efficiency "
-            << FixedText(band.stresses->efficiencyPercent, 1) << " %\n";
+            << FixedText(band.stresses->l2Amperes, 2) << " Arms\n";
+    if (band.efficiencyPercent)
+        out << "  efficiency " << FixedText(*band.efficiencyPercent, 1) << " %\n";
     for (const std::string& note : band.notes)
         out << "  " << note << "\n";
     for (const std::string& shortfall : band.shortfalls)

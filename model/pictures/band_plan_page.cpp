@@ -50,8 +50,9 @@ std::string WorstHarmonicLine(const BandResult& band) {
     if (band.stresses)
         line += ";  loading " + FixedText(band.stresses->loadPeakVolts, 0) + " Vpeak, L1 " +
                 FixedText(band.stresses->l1Amperes, 2) + " Arms, L2 " +
-                FixedText(band.stresses->l2Amperes, 2) + " Arms, efficiency " +
-                FixedText(band.stresses->efficiencyPercent, 1) + " %";
+                FixedText(band.stresses->l2Amperes, 2) + " Arms";
+    if (band.efficiencyPercent)
+        line += ";  efficiency " + FixedText(*band.efficiencyPercent, 1) + " %";
     return line;
 }
 

@@ -251,9 +251,9 @@ TEST(BandPlan, TheDesignKeepsItsPlanWithTheLossQ) {
     amp.bands = {{"40 m", 7.0e6, 7.3e6}};
     design.SetBandPlanInputs(amp);
     ASSERT_TRUE(design.results().bandPlan);
-    const double usual = design.results().bandPlan->bands[0].stresses->efficiencyPercent;
+    const double usual = *design.results().bandPlan->bands[0].efficiencyPercent;
     design.SetLossQ(TankQ{100, 2000});
-    const double poorCoils = design.results().bandPlan->bands[0].stresses->efficiencyPercent;
+    const double poorCoils = *design.results().bandPlan->bands[0].efficiencyPercent;
     EXPECT_LT(poorCoils, usual - 1);
     amp.tune = {500 * kPico, 10 * kPico};
     design.SetBandPlanInputs(amp);

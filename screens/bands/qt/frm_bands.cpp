@@ -368,7 +368,7 @@ void FrmBands::ShowPlan() {
                 band.designed ? Range(band.edges[0].tune, band.edges[1].tune) : "-",
                 band.designed ? Range(band.edges[0].load, band.edges[1].load) : "-",
                 WorstHarmonic(band),
-                band.stresses ? Fixed(band.stresses->efficiencyPercent, 1) + " %" : "-"};
+                band.efficiencyPercent ? Fixed(*band.efficiencyPercent, 1) + " %" : "-"};
             for (int column = 0; column < cells.size(); ++column)
                 results_->setItem(row, column, new QTableWidgetItem(cells[column]));
             for (const std::string& note : band.notes)
