@@ -3,7 +3,7 @@
 #include <QLineEdit>
 
 #include "bench/bench_application.h"
-#include "core/design_state.h"
+#include "bench/default_design.h"
 #include "model/design.h"
 #include "platform/dialogs.h"
 #include "screens/bands/qt/frm_bands.h"
@@ -16,15 +16,7 @@ namespace {
 void BM_BandScreenUpdateAfterAnEdit(benchmark::State& run) {
     EnsureApplication();
     Design design;
-    DesignState& state = design.state();
-    InitialiseConstants(state);
-    state.frequency = 3.9e6f;
-    state.plateR = 1500;
-    state.intermediateR = 300;
-    state.loadR = 50;
-    state.piQ = 12;
-    state.peakSwing = 2500;
-    state.rfPower = 1500;
+    design.state() = DefaultBenchDesign();
     ScriptedDialogs dialogs;
     FrmBands screen(design, dialogs, [] {});
     screen.show();
