@@ -65,8 +65,10 @@ std::vector<Band> ChosenBands(const std::optional<std::string>& list) {
                                        [&](const Band& b) { return BandNumber(b) == item; });
         if (band == known.end()) {
             std::string names;
-            for (const Band& b : known)
-                names += (names.empty() ? "" : ",") + BandNumber(b);
+            for (const Band& b : known) {
+                if (!names.empty()) names += ',';
+                names += BandNumber(b);
+            }
             throw UsageError("unknown band '" + item + "' (the bands: " + names + ")");
         }
         chosen.push_back(*band);
