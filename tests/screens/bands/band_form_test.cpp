@@ -52,7 +52,8 @@ TEST(BandForm, WhatIsWrongIsNamed) {
                    : std::get<std::vector<std::string>>(read);
     };
     using Texts = std::vector<std::string>;
-    using namespace std::string_literals;  // GCC 12 at -O3 misreads assigning a short literal (-Wrestrict)
+    using namespace std::string_literals;  // GCC 12 at -O3 misreads assigning a short literal
+                                           // (-Wrestrict)
     EXPECT_EQ(problems([](BandFormText&) {}), Texts{});
     EXPECT_EQ(problems([](BandFormText& f) { f.tuneMin = "ten"s; }),
               Texts{"The tuning capacitor's minimum \"ten\" is not a number."});
