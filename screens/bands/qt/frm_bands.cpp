@@ -221,6 +221,7 @@ void FrmBands::BuildBandTable() {
     bands_->setHorizontalHeaderLabels(headers);
     bands_->verticalHeader()->setVisible(false);
     bands_->setWordWrap(false);
+    bands_->setTabKeyNavigation(false);  // Tab leaves the table; the arrows move between cells
     bands_->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
     bands_->horizontalHeader()->setStretchLastSection(true);
     background_->Place(bands_, LogicalBox(kCaptionLeft, RowTop(8) + 100, kEntryRight, 7900), 8);
@@ -238,6 +239,7 @@ void FrmBands::BuildResults() {
     results_->setHorizontalHeaderLabels(headers);
     results_->verticalHeader()->setVisible(false);
     results_->setWordWrap(false);
+    results_->setTabKeyNavigation(false);
     results_->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
     results_->horizontalHeader()->setStretchLastSection(true);
     background_->Place(results_, LogicalBox(kRightLeft, 4400, kRightRight, 6900), 8);
@@ -245,6 +247,7 @@ void FrmBands::BuildResults() {
     notes_->setObjectName("txtNotes");
     notes_->setAccessibleName("Notes and shortfalls");
     notes_->setReadOnly(true);
+    notes_->setTabChangesFocus(true);
     background_->Place(notes_, LogicalBox(kRightLeft, 7000, kRightRight, 7900), 8);
 }
 
@@ -274,6 +277,8 @@ void FrmBands::BuildButtons() {
         });
     });
     connect(plan, &QPushButton::clicked, this, [this] { actions_.Run([this] { Replan(true); }); });
+    for (const auto& [name, entry] : entries_)
+        connect(entry, &QLineEdit::returnPressed, plan, &QPushButton::click);
     connect(back, &QPushButton::clicked, this, [this] {
         actions_.Run([this] {
             if (returnToDesign_) returnToDesign_();

@@ -52,7 +52,7 @@ TEST_F(FrmBandsTest, EveryEditPlansAgain) {
     EXPECT_FALSE(design.results().bandPlan);
     EXPECT_EQ(Find<QPlainTextEdit>(*screen, "txtNotes")->toPlainText().toStdString(),
               "The tuning capacitor's minimum (10 pF) is above its maximum (5 pF).\n");
-    Click(*screen, "cmdPlan");
+    testing::Key(Find<QWidget>(*screen, "txtTuneMax"), Qt::Key_Return);  // Enter plans
     EXPECT_EQ(dialogs.messages(),
               std::vector<std::string>{
                   "The tuning capacitor's minimum (10 pF) is above its maximum (5 pF).\n"});
@@ -76,6 +76,25 @@ TEST_F(FrmBandsTest, EntriesAreKeptAndReturnGoesBack) {
     EXPECT_EQ(testing::TextOf(*again, "txtTubeC"), "12");
     EXPECT_EQ(Find<QTableWidget>(*again, "tblBands")->rowCount(), 8);
     EXPECT_EQ(design.results().bandPlan->inputs.tubeCapacitance, 12e-12);
+}
+
+// Tab walks the screen as it is laid out: the entries, the bands, the plan, the buttons; the
+// tables are left with Tab (the arrows move between their cells). The typed conduction angle
+// and limit are skipped while a preset is chosen.
+TEST_F(FrmBandsTest, TabFollowsTheLayout) {
+    auto screen = Open();
+    QWidget* focus = Find<QWidget>(*screen, "txtTubeC");
+    focus->setFocus();
+    std::vector<std::string> order{focus->objectName().toStdString()};
+    for (int step = 0; step < 14; ++step) {
+        testing::Key(focus, Qt::Key_Tab);
+        focus = screen->focusWidget();
+        order.push_back(focus ? focus->objectName().toStdString() : "(none)");
+    }
+    EXPECT_EQ(order, (std::vector<std::string>{
+                         "txtTubeC", "txtStrayC", "txtTuneMin", "txtTuneMax", "txtLoadMin",
+                         "txtLoadMax", "cboConduction", "cboLimit", "tblBands", "tblResults",
+                         "txtNotes", "cmdAddBand", "cmdRemoveBand", "cmdPlan", "cmdExit"}));
 }
 
 }  // namespace
