@@ -1,7 +1,6 @@
 #include "model/band_plan.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <numbers>
 
@@ -56,19 +55,6 @@ void CheckBand(const Band& band, std::vector<std::string>& out) {
     if (!(band.tunePadder >= 0) || !(band.loadPadder >= 0) || !std::isfinite(band.tunePadder) ||
         !std::isfinite(band.loadPadder))
         out.push_back(name + ": a padder must be a capacitance of 0 pF or more.");
-}
-
-// ---- Matching with fixed coils ---------------------------------------------------------------
-
-// What the network right of the midpoint (L2, and C3 where it stands across the load) presents
-// at the midpoint, as an admittance.
-Complex AdmittanceBeyondMidpoint(const DesignState& s, double omega) {
-    const Complex load{s.loadR, 0};
-    if (s.L2 == 0 || s.intermediateR == s.loadR) return Complex{1, 0} / load;
-    const Complex coil{0, omega * s.L2};
-    if (!LSectionStepsUp(s)) return Complex{1, 0} / (load + coil);
-    const Complex loadWithC3 = Complex{1, 0} / (Complex{1.0 / s.loadR, omega * s.C3});
-    return Complex{1, 0} / (loadWithC3 + coil);
 }
 
 // ---- Harmonics --------------------------------------------------------------------------------
@@ -327,49 +313,6 @@ std::vector<std::string> BandPlanInputProblems(const DesignState& design,
     if (!IsUsableQ(inputs.q.coil) || !IsUsableQ(inputs.q.capacitor))
         problems.push_back("The coil and capacitor Q must be above 0.");
     return problems;
-}
-
-bool CentreBranch(const DesignState& centreDesign) {
-    return static_cast<double>(centreDesign.inputQ) * centreDesign.outputQ > 1;
-}
-
-// With the coils fixed, the plate sees Rp exactly when the admittance back towards the plate at
-// the midpoint is the conjugate of the one beyond it. Its real part fixes C1 through a quadratic
-// in Qc = omega C1 Rp:  X1^2 Qc^2 - 2 X1 Rp Qc + Rp^2 + X1^2 - Rp/G = 0, with G the real part of
-// the admittance beyond the midpoint; its imaginary part then gives the midpoint capacitance.
-Tuning RetuneAt(const DesignState& s, double frequency, bool highBranch) {
-    const double omega = 2 * std::numbers::pi * frequency;
-    const double rp = s.plateR;
-    const double x1 = omega * s.L1;
-    const Complex beyond = AdmittanceBeyondMidpoint(s, omega);
-    Tuning tuning;
-    tuning.frequency = frequency;
-    tuning.solvable = false;
-    if (LSectionStepsUp(s)) tuning.c3 = s.C3;
-    const double discriminant = rp / beyond.re - x1 * x1;
-    if (!(beyond.re > 0) || !(discriminant >= 0) || !(x1 > 0)) return tuning;
-    const double qc = (rp + (highBranch ? 1 : -1) * std::sqrt(discriminant)) / x1;
-    const Complex back = Complex{1, 0} / (Complex{rp, 0} / Complex{1, qc} + Complex{0, x1});
-    tuning.c1 = qc / (omega * rp);
-    tuning.load = (-back.im - beyond.im) / omega;
-    tuning.solvable = tuning.c1 > 0 && tuning.load > 0;
-    return tuning;
-}
-
-std::string FixedText(double value, int decimals) {
-    char buffer[64];
-    const auto [end, error] =
-        std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::fixed, decimals);
-    return error == std::errc() ? std::string(buffer, end) : "?";
-}
-
-std::string TrimmedText(double value, int decimals) {
-    std::string text = FixedText(value, decimals);
-    if (text.find('.') != std::string::npos) {
-        text.erase(text.find_last_not_of('0') + 1);
-        if (text.back() == '.') text.pop_back();
-    }
-    return text == "-0" ? "0" : text;
 }
 
 double PlateCurrentHarmonic(int n, double conductionDegrees) {

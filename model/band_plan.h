@@ -7,6 +7,8 @@
 
 #include "core/design_state.h"
 #include "core/tank_losses.h"
+#include "model/fixed_text.h"
+#include "model/retune.h"
 
 namespace varo {
 
@@ -56,19 +58,6 @@ struct BandPlanInputs {
 // Sentences naming each input that cannot be planned with; empty when every input is usable.
 std::vector<std::string> BandPlanInputProblems(const DesignState& design,
                                                const BandPlanInputs& inputs);
-
-// The capacitors a frequency needs with the band's coils: C1 the whole plate-node capacitance
-// (tube and stray included), `tune` the tuning capacitor's share of it (padder excluded),
-// `load` the loading capacitor's (C2, or C2 + C3 where C3 stands at the midpoint; padder
-// excluded). C3 is given where it stands apart, across the load, and stays as designed.
-struct Tuning {
-    double frequency = 0;
-    double c1 = 0;
-    double tune = 0;
-    double load = 0;
-    std::optional<double> c3;
-    bool solvable = true;  // false: no capacitance makes these coils present the plate load
-};
 
 struct HarmonicEstimate {
     int n = 0;
@@ -120,20 +109,6 @@ struct BandPlan {
 // and the loading capacitance at both edges, and estimates the harmonics and stresses at the
 // centre. The inputs must have passed BandPlanInputProblems.
 BandPlan PlanBands(const DesignState& design, const BandPlanInputs& inputs);
-
-// The capacitors that make coils `l1`, `l2` (with C3 as designed where it stands apart)
-// present the plate load at `frequency`, on the same branch of the solutions as the centre
-// design (`highBranch`, see CentreBranch).
-Tuning RetuneAt(const DesignState& centreDesign, double frequency, bool highBranch);
-
-// Which of the two capacitor pairs that match with fixed coils the design itself is: the one
-// with the larger C1 when its input and output Q multiply to more than 1.
-bool CentreBranch(const DesignState& centreDesign);
-
-// `value` with exactly `decimals` decimals ("12.30"), the same in every locale.
-std::string FixedText(double value, int decimals);
-// The same with trailing zeros dropped ("12.3", "12").
-std::string TrimmedText(double value, int decimals);
 
 // The n-th harmonic of a plate current flowing as cosine pulses of the given conduction angle,
 // relative to the fundamental (amplitude ratio, 0 where the pulse holds none).
