@@ -41,12 +41,13 @@ void AddDissipation(TankLosses& losses, const TankElement& element, double watts
     losses.watts[static_cast<int>(TankPart::C3)] += c3Part;
 }
 
-// Walks from the load (1 V across it) to the input, noting each part's dissipation.
-Port WalkToInput(const TankNetwork& network, double omega, double loadR, TankQ q,
+// Walks from the load (1 V across it, `loadAdmittance` through it) to the input, noting each
+// part's dissipation.
+Port WalkToInput(const TankNetwork& network, double omega, Complex loadAdmittance, TankQ q,
                  TankLosses& losses) {
     const double coilInverseQ = InverseQ(q.coil);
     const double capacitorInverseQ = InverseQ(q.capacitor);
-    Port port{{1, 0}, {CheckedDivide(1.0, loadR), 0}};
+    Port port{{1, 0}, loadAdmittance};
     for (int i = network.count - 1; i >= 0; --i) {
         const TankElement& element = network.elements[i];
         const double inverseQ = element.series ? coilInverseQ : capacitorInverseQ;
@@ -57,22 +58,27 @@ Port WalkToInput(const TankNetwork& network, double omega, double loadR, TankQ q
 
 }  // namespace
 
-TankLosses AnalyzeTankLosses(const DesignState& state, TankQ q) {
-    const double loadR = state.loadR;
+TankLosses AnalyzeNetworkLosses(const TankNetwork& network, double omega, Complex zLoad,
+                                double loadWatts, TankQ q) {
+    // 1 / z, exact for a pure resistance.
+    const Complex loadAdmittance = zLoad.im == 0 ? Complex{CheckedDivide(1.0, zLoad.re), 0}
+                                                 : Complex{1, 0} / zLoad;
     TankLosses losses;
     losses.q = q;
-    const Port input =
-        WalkToInput(BuildTankNetwork(state), 2 * state.pi * state.frequency, loadR, q, losses);
+    const Port input = WalkToInput(network, omega, loadAdmittance, q, losses);
 
     // V times the conjugate of I: its real part is the power taken in, in the units in which
-    // the load takes 1 / loadR. The network is linear, so the figures scale to the RF power.
+    // the load takes the real part of its admittance. The network is linear, so the figures
+    // scale to the load's power.
     const Complex unitPower = input.v * Conjugate(input.i);
-    if (!(unitPower.re > 0)) throw ArithmeticFault(FaultKind::InvalidArgument);
-    const double unitLoadWatts = 1.0 / loadR;
-    const double scale = static_cast<double>(state.rfPower) * loadR;
+    const double unitLoadWatts = loadAdmittance.re;
+    if (!(unitPower.re > 0) || !(unitLoadWatts > 0))
+        throw ArithmeticFault(FaultKind::InvalidArgument);
+    const double scale =
+        zLoad.im == 0 ? loadWatts * zLoad.re : CheckedDivide(loadWatts, unitLoadWatts);
     for (double& watts : losses.watts)
         watts = CheckedFinite(watts * scale);
-    losses.loadWatts = state.rfPower;
+    losses.loadWatts = loadWatts;
     losses.inputWatts = CheckedFinite(unitPower.re * scale);
     losses.efficiencyPercent = 100 * unitLoadWatts / unitPower.re;
     losses.lossDb = 10 * CheckedLog10(unitPower.re / unitLoadWatts);
@@ -80,6 +86,11 @@ TankLosses AnalyzeTankLosses(const DesignState& state, TankQ q) {
     losses.zInReal = CheckedFinite(CheckedDivide(unitPower.re, currentSquared));
     losses.zInImag = CheckedFinite(CheckedDivide(unitPower.im, currentSquared));
     return losses;
+}
+
+TankLosses AnalyzeTankLosses(const DesignState& state, TankQ q) {
+    return AnalyzeNetworkLosses(BuildTankNetwork(state), 2 * state.pi * state.frequency,
+                                Complex{state.loadR, 0}, state.rfPower, q);
 }
 
 }  // namespace varo

@@ -37,4 +37,9 @@ struct TankLosses {
 // ArithmeticFault on a Q of 0 or less, a zero load or a network that takes in no power.
 TankLosses AnalyzeTankLosses(const DesignState& state, TankQ q);
 
+// The same for any network and load impedance (ohms), the load taking `loadWatts` at `omega`.
+// Throws ArithmeticFault also for a load that takes no power.
+TankLosses AnalyzeNetworkLosses(const TankNetwork& network, double omega, Complex zLoad,
+                                double loadWatts, TankQ q);
+
 }  // namespace varo

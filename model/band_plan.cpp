@@ -262,14 +262,8 @@ class BandPlanner {
     }
 
     void CheckAgainst(double needed, const CapacitorRange& range, const std::string& what) {
-        if (needed > range.max + kCapacitanceTolerance)
-            result_.shortfalls.push_back(what + " needs " + Picofarads(needed) + ", " +
-                                         Picofarads(needed - range.max) + " above its maximum of " +
-                                         Picofarads(range.max));
-        else if (needed < range.min - kCapacitanceTolerance)
-            result_.shortfalls.push_back(what + " needs " + Picofarads(needed) + ", " +
-                                         Picofarads(range.min - needed) + " below its minimum of " +
-                                         Picofarads(range.min));
+        if (auto shortfall = RangeShortfall(needed, range, what))
+            result_.shortfalls.push_back(*shortfall);
     }
 
     const BandPlanInputs& inputs_;
@@ -278,6 +272,17 @@ class BandPlanner {
 };
 
 }  // namespace
+
+std::optional<std::string> RangeShortfall(double needed, const CapacitorRange& range,
+                                          const std::string& what) {
+    if (needed > range.max + kCapacitanceTolerance)
+        return what + " needs " + Picofarads(needed) + ", " + Picofarads(needed - range.max) +
+               " above its maximum of " + Picofarads(range.max);
+    if (needed < range.min - kCapacitanceTolerance)
+        return what + " needs " + Picofarads(needed) + ", " + Picofarads(range.min - needed) +
+               " below its minimum of " + Picofarads(range.min);
+    return std::nullopt;
+}
 
 std::vector<Band> DefaultBands() {
     return {{"160 m", 1.8e6, 2.0e6},   {"80 m", 3.5e6, 4.0e6},     {"40 m", 7.0e6, 7.3e6},

@@ -110,6 +110,11 @@ struct BandPlan {
 // centre. The inputs must have passed BandPlanInputProblems.
 BandPlan PlanBands(const DesignState& design, const BandPlanInputs& inputs);
 
+// What a capacitor of `range` lacks to reach `needed` (farads), as a sentence beginning with
+// `what`; nothing where it reaches it.
+std::optional<std::string> RangeShortfall(double needed, const CapacitorRange& range,
+                                          const std::string& what);
+
 // The n-th harmonic of a plate current flowing as cosine pulses of the given conduction angle,
 // relative to the fundamental (amplitude ratio, 0 where the pulse holds none).
 double PlateCurrentHarmonic(int n, double conductionDegrees);
