@@ -51,17 +51,32 @@ void Design::SetLossQ(std::optional<TankQ> q) {
     lossQ_ = q;
     SettleLosses();
     SettleBandPlan();
+    SettleLoadRange();
 }
 
 void Design::Settle(DesignResults results) {
     results_ = std::move(results);
     SettleLosses();
     SettleBandPlan();
+    SettleLoadRange();
 }
 
 void Design::SetBandPlanInputs(std::optional<BandPlanInputs> inputs) {
     bandInputs_ = std::move(inputs);
     SettleBandPlan();
+    SettleLoadRange();
+}
+
+void Design::SetLoadRange(std::optional<LoadRangeRequest> request) {
+    loadRequest_ = std::move(request);
+    SettleLoadRange();
+}
+
+void Design::SettleLoadRange() {
+    results_.loadRange.reset();
+    if (!loadRequest_ || !LoadRangeProblems(*state_, *loadRequest_).empty()) return;
+    const BandPlan* plan = results_.bandPlan ? &*results_.bandPlan : nullptr;
+    results_.loadRange = AnalyzeLoadRequest(*state_, *loadRequest_, lossQ_.value_or(TankQ{}), plan);
 }
 
 void Design::SettleBandPlan() {

@@ -42,6 +42,12 @@ class Design {
     void SetBandPlanInputs(std::optional<BandPlanInputs> inputs);
     const std::optional<BandPlanInputs>& bandPlanInputs() const { return bandInputs_; }
 
+    // What the load range is worked out for; none for no load range. Like the band plan it
+    // follows every later operation (and the plan itself: an SWR circle is worked out per band
+    // too). A request LoadRangeProblems rejects leaves none. The parts' Q are the loss Q's.
+    void SetLoadRange(std::optional<LoadRangeRequest> request);
+    const std::optional<LoadRangeRequest>& loadRangeRequest() const { return loadRequest_; }
+
     // The design screen opens: the entries show the design, then what the screen works out on
     // load, without validating.
     bool Load(DesignForm& form, Reporter& reporter);
@@ -78,11 +84,13 @@ class Design {
     void SettleRest();
     void SettleLosses();
     void SettleBandPlan();
+    void SettleLoadRange();
 
     std::unique_ptr<DesignState> state_;
     DesignResults results_;
     std::optional<TankQ> lossQ_;
     std::optional<BandPlanInputs> bandInputs_;
+    std::optional<LoadRangeRequest> loadRequest_;
 };
 
 }  // namespace varo

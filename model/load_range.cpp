@@ -252,4 +252,50 @@ std::vector<BandLoadRange> AnalyzeBandLoadRanges(const DesignState& design, cons
     return ranges;
 }
 
+std::vector<std::string> LoadRangeProblems(const DesignState& design,
+                                           const LoadRangeRequest& request) {
+    std::vector<std::string> problems;
+    if (!(design.plateR > 0) || !(design.loadR > 0) || !(design.L1 > 0) || !(design.C1 > 0))
+        problems.push_back("The design needs its components worked out first.");
+    using Kind = LoadRangeRequest::Kind;
+    if (request.kind == Kind::SwrCircle && !(request.swr >= 1 && std::isfinite(request.swr)))
+        problems.push_back("The SWR must be 1 or more.");
+    if (request.kind == Kind::SwrCircle && !(request.phases >= 1 && request.phases <= kMostPhases))
+        problems.push_back("The number of phases must be 1 to " + std::to_string(kMostPhases) +
+                           ".");
+    if (request.kind == Kind::Impedance &&
+        !(request.impedance.re > 0 && std::isfinite(request.impedance.re) &&
+          std::isfinite(request.impedance.im)))
+        problems.push_back("The load needs a resistance above 0 ohms.");
+    if (request.kind == Kind::Measured &&
+        (request.measuredLoads.empty() ||
+         request.measuredLoads.size() != request.measuredFrequencies.size()))
+        problems.push_back("The measured load holds no points.");
+    return problems;
+}
+
+LoadRangeResult AnalyzeLoadRequest(const DesignState& design, const LoadRangeRequest& request,
+                                   TankQ q, const BandPlan* plan) {
+    LoadRangeResult result;
+    result.request = request;
+    LoadRangeInputs inputs;
+    switch (request.kind) {
+        case LoadRangeRequest::Kind::SwrCircle:
+            inputs = SwrCircleInputs(design, request.swr, request.phases, q);
+            if (plan)
+                result.bands = AnalyzeBandLoadRanges(design, *plan, request.swr, request.phases);
+            break;
+        case LoadRangeRequest::Kind::Impedance:
+            inputs.loads = {request.impedance};
+            break;
+        case LoadRangeRequest::Kind::Measured:
+            inputs.loads = request.measuredLoads;
+            inputs.frequencies = request.measuredFrequencies;
+            break;
+    }
+    inputs.q = q;
+    result.range = AnalyzeLoadRange(design, inputs);
+    return result;
+}
+
 }  // namespace varo

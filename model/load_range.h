@@ -91,4 +91,33 @@ struct BandLoadRange {
 std::vector<BandLoadRange> AnalyzeBandLoadRanges(const DesignState& design, const BandPlan& plan,
                                                  double swr, int phases);
 
+// What a load range is asked for: an SWR circle around the design's load resistance, one load
+// impedance at the design's frequency, or measured loads each at its own frequency.
+struct LoadRangeRequest {
+    enum class Kind { SwrCircle, Impedance, Measured };
+    Kind kind = Kind::SwrCircle;
+    double swr = kDefaultSwr;
+    int phases = kDefaultPhases;
+    Complex impedance;
+    std::vector<Complex> measuredLoads;       // ohms
+    std::vector<double> measuredFrequencies;  // Hz, one per load
+};
+
+// The most phases a circle is worked out at.
+inline constexpr int kMostPhases = 3600;
+
+// Sentences naming what cannot be worked out with; empty when the request can be.
+std::vector<std::string> LoadRangeProblems(const DesignState& design,
+                                           const LoadRangeRequest& request);
+
+struct LoadRangeResult {
+    LoadRangeRequest request;
+    LoadRange range;
+    std::vector<BandLoadRange> bands;  // an SWR circle per band, where a plan was made
+};
+
+// The request must have passed LoadRangeProblems; `plan` may be null.
+LoadRangeResult AnalyzeLoadRequest(const DesignState& design, const LoadRangeRequest& request,
+                                   TankQ q, const BandPlan* plan);
+
 }  // namespace varo

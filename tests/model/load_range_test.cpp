@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "core/design_fixture.h"
+#include "model/design.h"
 
 namespace varo {
 namespace {
@@ -153,6 +154,30 @@ TEST(LoadRange, EachBandOfAPlanIsCoveredOrShort) {
     ASSERT_EQ(shortRanges[0].shortfalls.size(), 1u);
     EXPECT_EQ(shortRanges[0].shortfalls[0].rfind("the loading capacitor needs ", 0), 0u);
     EXPECT_TRUE(shortRanges[1].shortfalls.empty());
+}
+
+// The design keeps its load range with its loss Q and its band plan; a request that cannot be
+// worked out leaves none.
+TEST(LoadRange, TheDesignKeepsItsLoadRange) {
+    Design design;
+    design.state() = Designed(kDesigns[0]);
+    design.SetLoadRange(LoadRangeRequest{});
+    ASSERT_TRUE(design.results().loadRange);
+    const LoadRangeResult& usual = *design.results().loadRange;
+    EXPECT_EQ(usual.range.loads.size(), 36u);
+    EXPECT_TRUE(usual.bands.empty());
+    const double usualLoss = *usual.range.loads[0].lossWatts;
+    design.SetLossQ(TankQ{100, 2000});
+    EXPECT_GT(*design.results().loadRange->range.loads[0].lossWatts, 2 * usualLoss);
+    BandPlanInputs amp;
+    amp.tune = {10 * kPico, 500 * kPico};
+    amp.load = {30 * kPico, 3000 * kPico};
+    design.SetBandPlanInputs(amp);
+    EXPECT_EQ(design.results().loadRange->bands.size(), 9u);
+    LoadRangeRequest noResistance;
+    noResistance.kind = LoadRangeRequest::Kind::Impedance;
+    design.SetLoadRange(noResistance);
+    EXPECT_FALSE(design.results().loadRange);  // no resistance
 }
 
 }  // namespace
