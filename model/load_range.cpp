@@ -120,11 +120,13 @@ void FindWorstAndCover(LoadRange& range) {
             ++range.unmatched;
             continue;
         }
-        for (int s = 0; s < kLoadStresses; ++s) {
+        for (int s = 0; s < (range.withPower ? kLoadStresses : 0); ++s) {
             const auto stress = static_cast<LoadStress>(s);
             if (stress == LoadStress::LossWatts && !load.lossWatts) continue;
+            // Rounding alone does not make a later load the worst: the plate's swing is the
+            // same for every matched load.
             WorstCase& worst = range.worst[s];
-            if (worst.index < 0 || StressOf(load, stress) > worst.value)
+            if (worst.index < 0 || StressOf(load, stress) > worst.value * (1 + 1e-9))
                 worst = {k, StressOf(load, stress)};
         }
         const auto widen = [](std::optional<CapacitanceSpan>& span, double c) {
@@ -189,7 +191,9 @@ std::vector<Complex> SwrCircle(double r0, double swr, int phases) {
     for (int k = 0; k < phases; ++k) {
         const double phase = 2 * std::numbers::pi * k / phases;
         const Complex gamma{rho * std::cos(phase), rho * std::sin(phase)};
-        loads.push_back(r0 * ((Complex{1, 0} + gamma) / (Complex{1, 0} - gamma)));
+        Complex z = r0 * ((Complex{1, 0} + gamma) / (Complex{1, 0} - gamma));
+        if (std::fabs(z.im) < 1e-12 * r0) z.im = 0;  // what is left of sin(pi)
+        loads.push_back(z);
     }
     return loads;
 }
@@ -212,6 +216,7 @@ double StressOf(const LoadCase& load, LoadStress stress) {
 
 LoadRange AnalyzeLoadRange(const DesignState& design, const LoadRangeInputs& inputs) {
     LoadRange range;
+    range.withPower = design.rfPower > 0;
     const bool branch = CentreBranch(design);
     for (std::size_t k = 0; k < inputs.loads.size(); ++k) {
         const double frequency =

@@ -26,8 +26,8 @@ inline constexpr int kDefaultPhases = 36;
 std::vector<Complex> SwrCircle(double r0, double swr, int phases);
 
 // One load with the network re-tuned for it at its frequency, and what the parts then stand at
-// the design's power: peak volts across C1 (the plate) and the loading capacitor, rms amperes in
-// the coils, and the watts the tank loses with the parts' Q.
+// the design's power (all 0 without one): peak volts across C1 (the plate) and the loading
+// capacitor, rms amperes in the coils, and the watts the tank loses with the parts' Q.
 struct LoadCase {
     Complex zLoad;
     double frequency = 0;
@@ -60,7 +60,8 @@ struct LoadRange {
     std::array<WorstCase, kLoadStresses> worst{};
     // The ranges of C1 and the loading capacitance that match every load that can be matched.
     std::optional<CapacitanceSpan> c1Cover, loadCover;
-    int unmatched = 0;  // loads no positive capacitances match
+    int unmatched = 0;       // loads no positive capacitances match
+    bool withPower = false;  // the design has an RF power: the stresses and losses mean something
 
     const WorstCase& Worst(LoadStress stress) const { return worst[static_cast<int>(stress)]; }
 };

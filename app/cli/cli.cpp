@@ -17,7 +17,10 @@ const char* const kOverview =
     "  plate-load   plate load from peak swing, power and class\n"
     "  coil         single-layer coil winding for an inductance\n"
     "  bands        one tank for several bands, checked against the capacitors and the\n"
-    "               harmonic limit (varo-cli bands --help)\n";
+    "               harmonic limit (varo-cli bands --help)\n"
+    "  load-range   the network re-tuned for loads beyond a resistance: one impedance or an\n"
+    "               SWR circle, the worst stresses and the capacitances that cover them\n"
+    "               (varo-cli load-range --help)\n";
 
 struct Command {
     const char* name;
@@ -28,7 +31,8 @@ struct Command {
 const Command kCommands[] = {{"design", kDesignUsage, RunDesign},
                              {"plate-load", kPlateLoadUsage, RunPlateLoad},
                              {"coil", kCoilUsage, RunCoil},
-                             {"bands", kBandsUsage, RunBands}};
+                             {"bands", kBandsUsage, RunBands},
+                             {"load-range", kLoadRangeUsage, RunLoadRange}};
 
 int UsageMistake(const std::string& reason, const char* usage, std::ostream& err) {
     err << "varo-cli: " << reason << "\n" << usage;
