@@ -69,6 +69,7 @@ TEST(OnePortTouchstone, ReadsEveryUnitParameterAndFormat) {
          {{7e6, {50, 0}}, {7.1e6, {50, 0}}}},
         // A lossless load a rounding step outside the unit circle: S11 = j, 50 j ohms
         {"# MHz S MA\n7 1.0000000001 90\n", 50, {{7e6, {0, 50}}}},
+        // cos 270 degrees comes out a rounding step below 0: still a pure reactance
         {"# MHz Z MA\n7 1 270\n", 50, {{7e6, {0, -50}}}},
         // S11 = -0.1: 50 * 0.9 / 1.1
         {"# Hz S RI\n+7e6 -1E-1 0\n", 50, {{7e6, {40.909090909091, 0}}}},
