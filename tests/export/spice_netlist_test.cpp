@@ -12,7 +12,7 @@
 
 #include "export/as_built_design.h"
 #include "export/design_cases.h"
-#include "export/external_tools.h"
+#include "support/external_tools.h"
 #include "support/ngspice.h"
 #include "support/temp_folder.h"
 

@@ -2,17 +2,15 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <fstream>
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
 #include "core/design_fixture.h"
 #include "export/as_built_design.h"
-#include "export/external_tools.h"
 #include "platform/dialogs.h"
+#include "support/external_tools.h"
 #include "support/recording_reporter.h"
 #include "support/temp_folder.h"
 
@@ -72,10 +70,7 @@ TEST(Touchstone, WritesTheFileOrSaysWhyNot) {
     EXPECT_EQ(ReadBytes(folder.File("net.S1P")), TouchstoneText(*state, TouchstoneKind::OnePort));
 }
 
-// Debian's scikit-rf 0.15 still names numpy.complex, which numpy 1.24 dropped.
-const char kReader[] = R"(import sys, numpy as np
-np.complex = complex
-import skrf
+const char kReader[] = R"(import sys
 args = sys.argv[1:]
 for s2p, s1p, plate, load, result in zip(*[iter(args)] * 5):
     two, one = skrf.Network(s2p), skrf.Network(s1p)
@@ -88,27 +83,17 @@ for s2p, s1p, plate, load, result in zip(*[iter(args)] * 5):
             print(*row, file=out)
 )";
 
-// A Python that has scikit-rf, or nothing.
-std::optional<std::string> PythonWithScikitRf() {
-    const char* chosen = std::getenv("VARO_PYTHON");
-    for (const std::string python : {chosen ? chosen : "python3", "/usr/bin/python3"})
-        if (testing::RunsClean(python + " -c 'import numpy as np; np.complex = complex; "
-                                        "import skrf' > /dev/null 2>&1"))
-            return python;
-    return std::nullopt;
-}
-
 // Renormalised to plate load and load, S11 is the return loss and |S21|^2 the transducer gain;
 // with Q 1e7 the network is reciprocal and practically lossless.
 TEST(Touchstone, ScikitRfReadsWhatTheAnalysisComputes) {
-    const auto python = PythonWithScikitRf();
+    const auto python = testing::PythonWithScikitRf();
     if (!python) GTEST_SKIP() << "python3 with scikit-rf is not installed";
     const test::DesignInputs cases[] = {
         test::kReferenceDesign,    // the default design: steps down
         {7e6f, 2500, 25, 75, 12},  // steps up, C3 across the load analysed too
     };
     TempFolder folder;
-    testing::WriteBytes(folder.File("read.py"), kReader);
+    testing::WriteBytes(folder.File("read.py"), std::string(testing::kScikitRfImport) + kReader);
     std::string commandLine = *python + " " + folder.File("read.py");
     std::vector<std::unique_ptr<DesignState>> states;
     for (const auto& c : cases) {

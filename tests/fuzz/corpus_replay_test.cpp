@@ -13,7 +13,10 @@ namespace {
 // Every build, the sanitizer one too, replays the inputs that once mattered.
 TEST(FuzzCorpus, ReplaysEverySeed) {
     const std::pair<const char*, void (*)(std::string_view)> targets[] = {
-        {"number_text", NumberText}, {"last_session", LastSession}, {"overlay", Overlay}};
+        {"number_text", NumberText},
+        {"last_session", LastSession},
+        {"overlay", Overlay},
+        {"touchstone_load", TouchstoneLoad}};
     for (const auto& [folder, target] : targets) {
         int seeds = 0;
         for (const auto& entry : std::filesystem::directory_iterator(

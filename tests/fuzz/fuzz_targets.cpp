@@ -9,6 +9,7 @@
 #include <string>
 
 #include "core/numtext.h"
+#include "model/touchstone_load.h"
 #include "screens/plot/overlay_files.h"
 #include "session/last_session.h"
 
@@ -68,6 +69,25 @@ void Overlay(std::string_view bytes) {
                : overlay.overlayLastIndex == -1);
     for (int i = 0; i <= overlay.overlayLastIndex; ++i)
         Require(state.sweepFrequency[i] > 0 && std::isfinite(overlay.overlayValue[i]));
+}
+
+void TouchstoneLoad(std::string_view bytes) {
+    OnePortLoad load;
+    try {
+        load = ParseOnePortTouchstone(bytes);
+    } catch (const LoadFileError&) {
+        return;  // text that is no one-port file, refused as it should be
+    } catch (...) {
+        std::abort();
+    }
+    Require(load.referenceR > 0 && std::isfinite(load.referenceR) && !load.points.empty() &&
+            load.points.size() <= kMaxLoadPoints);
+    double before = 0;
+    for (const LoadPoint& p : load.points) {
+        Require(std::isfinite(p.frequency) && p.frequency > before && std::isfinite(p.z.re) &&
+                std::isfinite(p.z.im) && p.z.re >= 0);
+        before = p.frequency;
+    }
 }
 
 }  // namespace varo::fuzz
