@@ -10,6 +10,8 @@
 #include "app/cli/json_writer.h"
 #include "model/fixed_text.h"
 #include "model/load_range.h"
+#include "model/touchstone_load.h"
+#include "platform/textfile.h"
 
 namespace varo::cli {
 
@@ -20,15 +22,31 @@ constexpr double kPico = 1e-12;
 OptionSpec LoadRangeOptions() {
     OptionSpec options{kDesignEntryOptions, {"--json", "--csv", "--help"}};
     options.valued.insert(kBandPlanOptions.begin(), kBandPlanOptions.end());
-    options.valued.insert({"--load-z", "--swr", "--phases"});
+    options.valued.insert({"--load-z", "--load-s1p", "--swr", "--phases"});
     return options;
 }
 
+// A measured load: each point re-tuned at its own frequency.
+LoadRangeRequest MeasuredRequest(const std::string& path) {
+    const OnePortLoad file = ReadOnePortTouchstone(path);
+    LoadRangeRequest request;
+    request.kind = LoadRangeRequest::Kind::Measured;
+    for (const LoadPoint& point : file.points) {
+        request.measuredLoads.push_back(point.z);
+        request.measuredFrequencies.push_back(point.frequency);
+    }
+    return request;
+}
+
+// Throws FileError or LoadFileError for a measured load that cannot be read.
 LoadRangeRequest ReadRequest(const Arguments& args) {
     LoadRangeRequest request;
     const auto z = args.Value("--load-z");
-    if (z && (args.Value("--swr") || args.Value("--phases")))
-        throw UsageError("--load-z and --swr are two different load ranges: give one");
+    const auto file = args.Value("--load-s1p");
+    const bool circle = args.Value("--swr") || args.Value("--phases");
+    if (int(bool(z)) + int(bool(file)) + int(circle) > 1)
+        throw UsageError("--load-z, --load-s1p and --swr are different loads: give one");
+    if (file) return MeasuredRequest(*file);
     if (z) {
         const auto impedance = ParseLoadImpedance(*z);
         if (!impedance)
@@ -233,17 +251,18 @@ void WriteResultText(std::ostream& out, const LoadRangeResult& result) {
 }  // namespace
 
 const char* const kLoadRangeUsage =
-    "usage: varo-cli load-range [--load-z R+jX | --swr S [--phases N]]\n"
+    "usage: varo-cli load-range [--load-z R+jX | --load-s1p FILE | --swr S [--phases N]]\n"
     "                           [--coil-q Q] [--capacitor-q Q] [--json | --csv]\n"
     "                           [the band options of varo-cli bands: --cout PF ...]\n"
     "                           [the design options of varo-cli design: --frequency T ...]\n"
     "  Keeps the design's coils and re-tunes C1 and the loading capacitance for loads beyond\n"
-    "  the design's resistance: one load R+jX ohms (--load-z 37-j22), or the SWR circle\n"
-    "  around the design's load resistance (--swr, default 2; --phases loads evenly spaced\n"
-    "  in phase, default 36). For each load: the capacitances, the peak volts across C1\n"
-    "  and the loading capacitor, the rms amperes in the coils and the tank's loss at the\n"
-    "  RF power; then the worst case of each and the capacitances that cover every load.\n"
-    "  With the band options, the same circle for every band of the plan.\n";
+    "  the design's resistance: one load R+jX ohms (--load-z 37-j22); an antenna measured\n"
+    "  into a one-port Touchstone file (--load-s1p, each point at its own frequency); or the\n"
+    "  SWR circle around the design's load resistance (--swr, default 2; --phases loads\n"
+    "  evenly spaced in phase, default 36). For each load: the capacitances, the peak volts\n"
+    "  across C1 and the loading capacitor, the rms amperes in the coils and the tank's loss\n"
+    "  at the RF power; then the worst case of each and the capacitances that cover every\n"
+    "  load. With the band options, the same circle for every band of the plan.\n";
 
 int RunLoadRange(const std::vector<std::string>& words, std::ostream& out, std::ostream& err) {
     const Arguments args = Arguments::Parse(words, LoadRangeOptions());
@@ -251,7 +270,16 @@ int RunLoadRange(const std::vector<std::string>& words, std::ostream& out, std::
         out << kLoadRangeUsage;
         return 0;
     }
-    const LoadRangeRequest request = ReadRequest(args);
+    LoadRangeRequest request;
+    try {
+        request = ReadRequest(args);
+    } catch (const FileError& failure) {
+        err << "varo-cli: " << failure.what() << "\n";
+        return 1;
+    } catch (const LoadFileError& failure) {
+        err << "varo-cli: " << *args.Value("--load-s1p") << ": " << failure.what() << "\n";
+        return 1;
+    }
     Design design;
     design.SetLossQ(ReadTankQ(args));
     DesignFields form;

@@ -357,5 +357,69 @@ TEST(CliBands, BadInputsAreNamed) {
     }
 }
 
+// SWR 2 around 50 ohms at four phases: 100, 40+j30, 25 and 40-j30 ohms; every matched load
+// swings the plate sqrt(2 x 1500 W x 1500 ohms) = 2121.32034 V.
+TEST(CliLoadRange, JsonAndCsvHoldLoadsWorstCasesAndCover) {
+    const std::vector<std::string> circle = {"load-range", "--power",  "1500", "--swr",
+                                             "2",          "--phases", "4"};
+    std::vector<std::string> json = circle, csv = circle;
+    json.push_back("--json");
+    csv.push_back("--csv");
+    const Outcome asJson = RunCli(json);
+    ASSERT_EQ(asJson.status, 0) << asJson.err;
+    for (const char* part :
+         {"\"swr\": 2", "\"phase\": 90,\n      \"zLoad\": [\n        40,\n        30\n      ]",
+          "\"zLoad\": [\n        25,\n        0\n      ]", "\"vC1\": 2121.32034",
+          "\"worst\": {\n    \"vC1\": {\n      \"phase\": 0,", "\"cover\": {\n    \"C1\": [",
+          "\"Cload\": [", "\"unmatched\": 0", "\"iL1\"", "\"iL2\"", "\"lossW\"", "\"vCload\""})
+        EXPECT_TRUE(Has(asJson.out, part)) << part;
+    const Outcome asCsv = RunCli(csv);
+    ASSERT_EQ(asCsv.status, 0) << asCsv.err;
+    EXPECT_EQ(asCsv.out.substr(0, asCsv.out.find("\r\n")),
+              "index,phase,frequency,R,X,matched,C1,Cload,C3,vC1,vCload,iL1,iL2,lossW");
+    EXPECT_EQ(std::count(asCsv.out.begin(), asCsv.out.end(), '\n'), 5);
+    EXPECT_TRUE(Has(asCsv.out, "\r\n3,270,3900000,40,-30,yes,"));
+}
+
+// A measured antenna: S11 = 0.2 at 50 ohms is 75 ohms.
+TEST(CliLoadRange, ReadsAMeasuredLoadAndNamesWhatIsWrong) {
+    TempFolder folder;
+    testing::WriteBytes(folder.File("ant.s1p"), "! dipole\r\n# MHz S RI R 50\r\n3.9 0.2 0\r\n");
+    testing::WriteBytes(folder.File("bad.s1p"), "# MHz S RI R 50\n3.9 0.2 0\n3.8 0 0\n");
+    const Outcome measured = RunCli({"load-range", "--load-s1p", folder.File("ant.s1p"), "--json"});
+    ASSERT_EQ(measured.status, 0) << measured.err;
+    EXPECT_TRUE(Has(measured.out, "\"index\": 0,\n      \"zLoad\": [\n        75,\n        0\n"));
+    EXPECT_TRUE(Has(measured.out, "\"vC1\": null"));  // no power given
+    const struct {
+        std::vector<std::string> words;
+        int status;
+        std::string err;
+    } cases[] = {
+        {{"--load-z", "37-j22", "--swr", "2"},
+         2,
+         "varo-cli: --load-z, --load-s1p and --swr are different loads: give one\n"},
+        {{"--load-z=-37+j22"},
+         2,
+         "varo-cli: --load-z needs R+jX in ohms with R above 0, such as 37-j22\n"},
+        {{"--swr", "0.5"}, 2, "varo-cli: --swr needs a number of 1 or more\n"},
+        {{"--phases", "2.5"}, 2, "varo-cli: --phases needs a whole number from 1 to 3600\n"},
+        {{"--load-s1p", folder.File("bad.s1p")},
+         1,
+         "varo-cli: " + folder.File("bad.s1p") +
+             ": line 3: the frequency 3.8 MHz is not above the one before (3.9 MHz)\n"},
+        {{"--load-s1p", folder.File("none.s1p")},
+         1,
+         "varo-cli: " + folder.File("none.s1p") + ": No such file or directory\n"},
+    };
+    for (const auto& c : cases) {
+        std::vector<std::string> words{"load-range"};
+        words.insert(words.end(), c.words.begin(), c.words.end());
+        const Outcome outcome = RunCli(words);
+        EXPECT_EQ(outcome.status, c.status) << c.err;
+        EXPECT_EQ(outcome.out, "") << c.err;
+        EXPECT_EQ(outcome.err.substr(0, c.err.size()), c.err);
+    }
+}
+
 }  // namespace
 }  // namespace varo::cli
