@@ -61,8 +61,8 @@ Port WalkToInput(const TankNetwork& network, double omega, Complex loadAdmittanc
 TankLosses AnalyzeNetworkLosses(const TankNetwork& network, double omega, Complex zLoad,
                                 double loadWatts, TankQ q) {
     // 1 / z, exact for a pure resistance.
-    const Complex loadAdmittance = zLoad.im == 0 ? Complex{CheckedDivide(1.0, zLoad.re), 0}
-                                                 : Complex{1, 0} / zLoad;
+    const Complex loadAdmittance =
+        zLoad.im == 0 ? Complex{CheckedDivide(1.0, zLoad.re), 0} : Complex{1, 0} / zLoad;
     TankLosses losses;
     losses.q = q;
     const Port input = WalkToInput(network, omega, loadAdmittance, q, losses);

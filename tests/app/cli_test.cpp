@@ -42,7 +42,10 @@ const std::string kOverview =
     "  plate-load   plate load from peak swing, power and class\n"
     "  coil         single-layer coil winding for an inductance\n"
     "  bands        one tank for several bands, checked against the capacitors and the\n"
-    "               harmonic limit (varo-cli bands --help)\n";
+    "               harmonic limit (varo-cli bands --help)\n"
+    "  load-range   the network re-tuned for loads beyond a resistance: one impedance or an\n"
+    "               SWR circle, the worst stresses and the capacitances that cover them\n"
+    "               (varo-cli load-range --help)\n";
 const std::string kDesignUsage =
     "usage: varo-cli design [--frequency T] [--plate T] [--intermediate T] [--load T] [--q T]\n"
     "                       [--swing T] [--power T] [--generator T] [--session FILE] [--json]\n"
