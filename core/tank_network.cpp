@@ -1,5 +1,7 @@
 #include "core/tank_network.h"
 
+#include <cmath>
+
 #include "core/fault.h"
 
 namespace varo {
@@ -36,6 +38,27 @@ ChainMatrix TankChainMatrix(const TankNetwork& network, double omega, double coi
                       element.series ? coilInverseQ : capacitorInverseQ);
     }
     return t;
+}
+
+NetworkStresses WalkFromLoad(const TankNetwork& network, double omega, Complex zLoad,
+                             double watts) {
+    NetworkStresses stresses;
+    Complex i{std::sqrt(2 * watts / zLoad.re), 0};  // peak
+    Complex v = zLoad * i;
+    for (int k = network.count - 1; k >= 0; --k) {
+        const TankElement& element = network.elements[k];
+        if (element.series) {
+            const double rms = std::sqrt(SquaredMagnitude(i) / 2);
+            (element.part == TankPart::L1 ? stresses.l1Amperes : stresses.l2Amperes) = rms;
+            v = v + Complex{0, omega * element.value} * i;
+        } else {
+            const double peak = std::sqrt(SquaredMagnitude(v));
+            if (element.part == TankPart::C2) stresses.midPeakVolts = peak;
+            if (element.part == TankPart::C1) stresses.c1PeakVolts = peak;
+            i = i + Complex{0, omega * element.value} * v;
+        }
+    }
+    return stresses;
 }
 
 SParameters ToSParameters(const ChainMatrix& t, double z0) {

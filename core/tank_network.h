@@ -40,6 +40,16 @@ TankNetwork BuildTankNetwork(const DesignState& state);
 ChainMatrix TankChainMatrix(const TankNetwork& network, double omega, double coilInverseQ,
                             double capacitorInverseQ);
 
+// What the parts carry with the load `zLoad` (ohms) taking `watts`: the lossless network walked
+// from the load back to the plate. Volts are peak, amperes rms; 0 for a part the network lacks.
+struct NetworkStresses {
+    double c1PeakVolts = 0;
+    double midPeakVolts = 0;  // across C2 (with C3 where it stands at the midpoint)
+    double l1Amperes = 0;
+    double l2Amperes = 0;
+};
+NetworkStresses WalkFromLoad(const TankNetwork& network, double omega, Complex zLoad, double watts);
+
 struct SParameters {
     Complex s11, s21, s12, s22;
 };

@@ -109,28 +109,15 @@ std::string AbsentHarmonicsNote(double conductionDegrees) {
 
 // ---- Stresses ---------------------------------------------------------------------------------
 
-// The network walked from the load back to the plate at the design's power: the voltage across
-// the midpoint capacitance and the coil currents.
+// The network walked from the load back to the plate at the design's power; C1 carries the
+// design's swing.
 BandStresses WalkStresses(const DesignState& s, double centre) {
-    const double omega = 2 * std::numbers::pi * centre;
-    const TankNetwork network = BuildTankNetwork(s);
-    Complex v{std::sqrt(2.0 * s.rfPower * s.loadR), 0};  // peak
-    Complex i = (1.0 / s.loadR) * v;
-    BandStresses stresses;
-    stresses.c1PeakVolts = s.peakSwing;
-    for (int k = network.count - 1; k >= 0; --k) {
-        const TankElement& element = network.elements[k];
-        if (element.series) {
-            const double rms = std::sqrt(SquaredMagnitude(i) / 2);
-            (element.part == TankPart::L1 ? stresses.l1Amperes : stresses.l2Amperes) = rms;
-            v = v + Complex{0, omega * element.value} * i;
-        } else {
-            if (element.part == TankPart::C2)
-                stresses.loadPeakVolts = std::sqrt(SquaredMagnitude(v));
-            i = i + Complex{0, omega * element.value} * v;
-        }
-    }
-    return stresses;
+    const NetworkStresses walked = WalkFromLoad(BuildTankNetwork(s), 2 * std::numbers::pi * centre,
+                                                Complex{s.loadR, 0}, s.rfPower);
+    return {.c1PeakVolts = s.peakSwing,
+            .loadPeakVolts = walked.midPeakVolts,
+            .l1Amperes = walked.l1Amperes,
+            .l2Amperes = walked.l2Amperes};
 }
 
 // ---- One band ---------------------------------------------------------------------------------

@@ -69,25 +69,6 @@ TankNetwork RetunedNetwork(const DesignState& design, const Tuning& tuning) {
     return network;
 }
 
-// Walks the lossless network from the load, which takes `watts`, back to the plate.
-void WalkStresses(const TankNetwork& network, double omega, double watts, LoadCase& load) {
-    Complex i{std::sqrt(2 * watts / load.zLoad.re), 0};  // peak
-    Complex v = load.zLoad * i;
-    for (int k = network.count - 1; k >= 0; --k) {
-        const TankElement& element = network.elements[k];
-        if (element.series) {
-            const double rms = std::sqrt(SquaredMagnitude(i) / 2);
-            (element.part == TankPart::L1 ? load.l1Amperes : load.l2Amperes) = rms;
-            v = v + Complex{0, omega * element.value} * i;
-        } else {
-            const double peak = std::sqrt(SquaredMagnitude(v));
-            if (element.part == TankPart::C2) load.loadPeakVolts = peak;
-            if (element.part == TankPart::C1) load.c1PeakVolts = peak;
-            i = i + Complex{0, omega * element.value} * v;
-        }
-    }
-}
-
 std::optional<double> LossWatts(const TankNetwork& network, double omega, const LoadCase& load,
                                 double watts, TankQ q) {
     try {
@@ -108,7 +89,11 @@ LoadCase MatchOneLoad(const DesignState& design, bool branch, Complex zLoad, dou
     const double omega = 2 * std::numbers::pi * frequency;
     const TankNetwork network = RetunedNetwork(design, load.tuning);
     const double watts = std::fmax(design.rfPower, 0.0f);
-    WalkStresses(network, omega, watts, load);
+    const NetworkStresses stresses = WalkFromLoad(network, omega, zLoad, watts);
+    load.c1PeakVolts = stresses.c1PeakVolts;
+    load.loadPeakVolts = stresses.midPeakVolts;
+    load.l1Amperes = stresses.l1Amperes;
+    load.l2Amperes = stresses.l2Amperes;
     load.lossWatts = LossWatts(network, omega, load, watts, q);
     return load;
 }
