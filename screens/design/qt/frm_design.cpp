@@ -64,8 +64,6 @@ constexpr QSize kMinimumSize(600, 450);
 
 // The Q values are the user's, not the design's: kept in the desktop's settings, apart from the
 // last-session file.
-constexpr const char* kSettingsOwner = "VARO";
-constexpr const char* kSettingsProgram = "VARO";
 constexpr const char* kCoilQKey = "tankLosses/coilQ";
 constexpr const char* kCapacitorQKey = "tankLosses/capacitorQ";
 
