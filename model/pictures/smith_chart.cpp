@@ -52,14 +52,15 @@ void DrawFullCircle(Surface& surface, const Placer& at, double centreRe, double 
 // The circle of reactance x (normalised) has its centre at 1 + j/x and radius 1/|x|; inside the
 // rim it runs from the rim's right end, Γ = 1, to where it meets the rim again,
 // Γ = ((x² - 1) + 2jx) / (x² + 1). For x > 0 that is counter-clockwise from the meeting point to
-// the bottom of the circle (3π/2); x < 0 is its mirror image.
+// the bottom of the circle (3π/2); for x < 0, from the top of the circle (π/2) to the meeting
+// point.
 void DrawReactanceArc(Surface& surface, const Placer& at, double x) {
     const double meetRe = (x * x - 1) / (x * x + 1), meetIm = 2 * x / (x * x + 1);
     const double centreIm = 1 / x;
     double meetAngle = std::atan2(meetIm - centreIm, meetRe - 1);
     if (meetAngle < 0) meetAngle += kFullTurn;
     const double start = x > 0 ? meetAngle : std::numbers::pi / 2;
-    const double end = x > 0 ? 1.5 * std::numbers::pi : kFullTurn - meetAngle;
+    const double end = x > 0 ? 1.5 * std::numbers::pi : meetAngle;
     surface.Arc(at.X(1), at.Y(centreIm), at.Length(std::fabs(centreIm)), start, end,
                 kSmithGridColour);
 }

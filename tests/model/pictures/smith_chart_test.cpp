@@ -115,6 +115,13 @@ TEST(SmithChart, TheGridIsClippedToTheRim) {
     EXPECT_TRUE(has(kCentre + kRadius, kCentre - kRadius, kRadius, kPi, 1.5 * kPi));
     EXPECT_TRUE(has(kCentre + kRadius, kCentre + kRadius, kRadius, kPi / 2, kPi));
     EXPECT_TRUE(has(kCentre + kRadius / 2, kCentre, kRadius / 2, 0, 2 * kPi));
+    // Every arc's middle lies inside the rim (an arc swept the wrong way runs outside it).
+    for (const DrawOp& arc : grid) {
+        const double middle = (arc.startAngle + arc.endAngle) / 2;
+        const double x = arc.x1 + arc.radius * std::cos(middle) - kCentre;
+        const double y = arc.y1 - arc.radius * std::sin(middle) - kCentre;
+        EXPECT_LE(std::hypot(x, y), kRadius + 0.5) << arc.radius << " " << arc.startAngle;
+    }
     EXPECT_TRUE(OpsOf(surface, DrawOp::Kind::Disc, kMatchedLoadColour).empty());
 }
 
