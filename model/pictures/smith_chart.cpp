@@ -112,10 +112,12 @@ void DrawLabel(Surface& surface, const SmithPlace& place, float x, float y,
 
 }  // namespace
 
+// The chart with its caption below it, in the middle of the box.
 SmithPlace SmithChartPlace(const ChartBox& box) {
-    const float chartHeight = box.bottom - box.top - kCaptionHeight;
-    const float radius = std::max(std::min(box.right - box.left, chartHeight) / 2 - kMargin, 0.0f);
-    return {(box.left + box.right) / 2, box.top + chartHeight / 2, radius};
+    const float height = box.bottom - box.top;
+    const float side = std::max(std::min(box.right - box.left, height - kCaptionHeight), 0.0f);
+    const float top = box.top + (height - side - kCaptionHeight) / 2;
+    return {(box.left + box.right) / 2, top + side / 2, std::max(side / 2 - kMargin, 0.0f)};
 }
 
 void DrawSmithChart(Surface& surface, const ChartBox& box, const LoadRangeResult& result,
@@ -124,7 +126,8 @@ void DrawSmithChart(Surface& surface, const ChartBox& box, const LoadRangeResult
     surface.SetFont(kDefaultSurfaceFont, kChartPoints);
     surface.SetLineWidth(1);
     DrawGrid(surface, at);
-    surface.Text((box.left + box.right) / 2, box.bottom - kCaptionHeight / 2,
+    surface.Text(at.place.centreX,
+                 at.place.centreY + at.place.radius + kMargin + kCaptionHeight / 2,
                  std::string("normalised to ") + TrimmedText(r0, 2) + " ohms",
                  TextAlign{HorizontalAlign::Centre, VerticalAlign::Middle});
     if (!(r0 > 0)) return;

@@ -25,10 +25,11 @@ namespace {
 
 constexpr float kScreenWidth = 12000;
 constexpr float kScreenHeight = 8600;
-constexpr float kCaptionLeft = 150, kCaptionRight = 1950;
-constexpr float kEntryLeft = 2000, kEntryRight = 3900;
+// The left column is narrower than the band plan's, so that the ten columns of the table fit.
+constexpr float kCaptionLeft = 150, kCaptionRight = 1750;
+constexpr float kEntryLeft = 1800, kEntryRight = 3300;
 constexpr float kFirstRow = 650, kRowStep = 380, kRowHeight = 320;
-constexpr float kRightLeft = 4150, kRightRight = 11850;
+constexpr float kRightLeft = 3500, kRightRight = 11850;
 constexpr float kSmithTop = 3350, kSmithBottom = 7900;
 
 constexpr const char* kSettingsGroup = "loadRange";
@@ -98,7 +99,7 @@ FrmLoadRange::FrmLoadRange(Design& design, Dialogs& dialogs, std::function<void(
       returnToDesign_(std::move(returnToDesign)) {
     background_ = MountScreen(*this, "frmLoadRange", FromText(ScreenCaption("Load Range screen")),
                               kScreenWidth, kScreenHeight);
-    PlaceHeading(*background_, "VARO Load Range", LogicalBox(150, 100, 3900, 520), "Arial");
+    PlaceHeading(*background_, "VARO Load Range", LogicalBox(150, 100, kEntryRight, 520), "Arial");
     BuildEntries();
     BuildResults();
     BuildButtons();
@@ -106,6 +107,7 @@ FrmLoadRange::FrmLoadRange(Design& design, Dialogs& dialogs, std::function<void(
     FitToScreen(*this, QSize(1200, 860));
     if (const std::string path = RememberedAntennaFile(); !path.empty())
         ReadAntennaFile(path, false);
+    ShowAntennaFile();
     ShowForm(RememberedForm());
     Rework(false);
 }
@@ -136,8 +138,8 @@ QLineEdit* FrmLoadRange::AddEntry(int row, const char* name, const char* caption
 void FrmLoadRange::BuildEntries() {
     kind_ = AddChoice(0, "cboKind", "Re-tune for:", ColumnHeaders(kLoadKindNames));
     swr_ = AddChoice(1, "cboSwr", "SWR circle:", ColumnHeaders(kSwrChoices));
-    phases_ = AddEntry(2, "txtPhases", "Phases on the circle:");
-    load_ = AddEntry(3, "txtLoadZ", "Load, ohms (R+jX):");
+    phases_ = AddEntry(2, "txtPhases", "Phases:");
+    load_ = AddEntry(3, "txtLoadZ", "Load, ohms:");
     auto* open = PlaceButton(*background_, "cmdOpenLoad", "&Open antenna file...",
                              LogicalBox(kCaptionLeft, RowTop(4), kEntryRight, RowTop(4) + 360));
     connect(open, &QPushButton::clicked, this,
@@ -164,7 +166,7 @@ void FrmLoadRange::BuildResults() {
 void FrmLoadRange::BuildButtons() {
     const float top = 8050, bottom = 8450;
     auto* workOut = PlaceButton(*background_, "cmdWorkOut", "&Work out",
-                                LogicalBox(2650, top, kEntryRight, bottom));
+                                LogicalBox(kEntryRight - 1250, top, kEntryRight, bottom));
     workOut->setDefault(true);
     auto* back =
         PlaceButton(*background_, "cmdExit", "Return", LogicalBox(10600, top, 11850, bottom));

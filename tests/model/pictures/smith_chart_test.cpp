@@ -93,7 +93,9 @@ TEST(SmithChart, DrawsTheSwrCircleTheWorstCasesAndTheCaption) {
     ASSERT_NE(loss, nullptr);
     EXPECT_NEAR(loss->y1, kCentre - kRadius / 3, 0.5);
     EXPECT_EQ(TextOp(surface, "Cload V"), nullptr);  // no worst case for it was found
-    EXPECT_NE(TextOp(surface, "normalised to 50 ohms"), nullptr);
+    const DrawOp* caption = TextOp(surface, "normalised to 50 ohms");
+    ASSERT_NE(caption, nullptr);
+    EXPECT_TRUE(caption->y1 > kCentre + kRadius && caption->y1 < kBox.bottom) << caption->y1;
 }
 
 // The grid: the rim, five resistance circles and ten reactance arcs. The x = +1 circle has its
