@@ -27,6 +27,7 @@ bool OnCircle(const LoadRangeResult& result) {
 }
 
 // Where a load stands: its phase on a circle, else its number and, when measured, frequency.
+// The table's first column is narrower: the phase, the frequency measured at, or the number.
 std::string Where(const LoadRangeResult& result, const LoadRange& range, int index, bool onCircle) {
     const LoadCase& load = range.loads[index];
     if (onCircle) return TrimmedText(load.phaseDegrees, 1) + " deg";
@@ -39,10 +40,9 @@ std::string Where(const LoadRangeResult& result, const LoadRange& range, int ind
 std::string FirstCell(const LoadRangeResult& result, int index) {
     const LoadCase& load = result.range.loads[index];
     if (OnCircle(result)) return TrimmedText(load.phaseDegrees, 1);
-    std::string cell = std::to_string(index + 1);
     if (result.request.kind == LoadRangeRequest::Kind::Measured)
-        cell += std::string(": ") + FixedText(load.frequency / 1e6, 3) + " MHz";
-    return cell;
+        return FixedText(load.frequency / 1e6, 3) + " MHz";
+    return std::to_string(index + 1);
 }
 
 std::string StressCell(const LoadRange& range, const LoadCase& load, LoadStress stress) {

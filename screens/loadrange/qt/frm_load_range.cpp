@@ -26,8 +26,8 @@ namespace {
 constexpr float kScreenWidth = 12000;
 constexpr float kScreenHeight = 8600;
 // The left column is narrower than the band plan's, so that the ten columns of the table fit.
-constexpr float kCaptionLeft = 150, kCaptionRight = 1750;
-constexpr float kEntryLeft = 1800, kEntryRight = 3300;
+constexpr float kCaptionLeft = 150, kCaptionRight = 1350;
+constexpr float kEntryLeft = 1400, kEntryRight = 3300;
 constexpr float kFirstRow = 650, kRowStep = 380, kRowHeight = 320;
 constexpr float kRightLeft = 3500, kRightRight = 11850;
 constexpr float kSmithTop = 3350, kSmithBottom = 7900;

@@ -100,7 +100,7 @@ TEST_F(FrmLoadRangeTest, AnAntennaFileFillsTheTableAndABadOneKeepsThePreviousLoa
     Click(*screen, "cmdOpenLoad");
     EXPECT_EQ(Find<QComboBox>(*screen, "cboKind")->currentText(), "Measured antenna");
     ASSERT_EQ(Loads(*screen).rowCount(), 3);
-    EXPECT_EQ(Cell(*screen, 2, 0), "3: 4.000 MHz");
+    EXPECT_EQ(Cell(*screen, 2, 0), "4.000 MHz");
     EXPECT_EQ(Cell(*screen, 2, 1), "70.00");
     EXPECT_EQ(Cell(*screen, 0, 2), "-10.00");
     EXPECT_EQ(testing::TextOf(*screen, "lblLoadFile"), "dipole.s1p: 3 points, 3.500 to 4.000 MHz");
