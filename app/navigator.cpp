@@ -19,10 +19,12 @@ struct Exit {
     LeaveSignal signal;
 };
 
-constexpr std::array<Exit, 4> kDesignExits{{{Destination::Plot, &FrmDesign::requestPlot},
-                                            {Destination::Inductor, &FrmDesign::requestInductor},
-                                            {Destination::LoadHelp, &FrmDesign::requestLoadHelp},
-                                            {Destination::Bands, &FrmDesign::requestBands}}};
+constexpr std::array<Exit, 5> kDesignExits{
+    {{Destination::Plot, &FrmDesign::requestPlot},
+     {Destination::Inductor, &FrmDesign::requestInductor},
+     {Destination::LoadHelp, &FrmDesign::requestLoadHelp},
+     {Destination::Bands, &FrmDesign::requestBands},
+     {Destination::LoadRange, &FrmDesign::requestLoadRange}}};
 
 }  // namespace
 

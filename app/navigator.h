@@ -19,7 +19,7 @@ class FrmDesign;
 class FrmOpening;
 
 // The screens the design screen leads to.
-enum class Destination { Plot, Inductor, LoadHelp, Bands };
+enum class Destination { Plot, Inductor, LoadHelp, Bands, LoadRange };
 
 // What a screen opened from the design screen is built with.
 struct ScreenContext {

@@ -5,6 +5,7 @@
 #include "platform/qt/qt_dialogs.h"
 #include "platform/write_signals.h"
 #include "screens/bands/qt/frm_bands.h"
+#include "screens/loadrange/qt/frm_load_range.h"
 #include "screens/plot/qt/frm_plot.h"
 #include "session/qt/session_location.h"
 #include "tools/inductor/qt/frm_inductor.h"
@@ -35,6 +36,9 @@ int main(int argc, char** argv) {
     });
     navigator.Register(varo::Destination::Bands, [](const varo::ScreenContext& context) {
         return new varo::FrmBands(context.design, context.dialogs, context.returnToDesign);
+    });
+    navigator.Register(varo::Destination::LoadRange, [](const varo::ScreenContext& context) {
+        return new varo::FrmLoadRange(context.design, context.dialogs, context.returnToDesign);
     });
     navigator.Start();
     return application.exec();

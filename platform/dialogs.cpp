@@ -15,6 +15,14 @@ ScriptedDialogs::Event MakeEvent(ScriptedDialogs::Event::Kind kind, std::string_
     return event;
 }
 
+// The next answer of a queue; an empty queue answers "cancelled".
+std::optional<std::string> NextAnswer(std::deque<std::optional<std::string>>& answers) {
+    if (answers.empty()) return std::nullopt;
+    auto answer = std::move(answers.front());
+    answers.pop_front();
+    return answer;
+}
+
 }  // namespace
 
 void ScriptedDialogs::ShowMessage(std::string_view text, std::string_view title, MessageIcon icon) {
@@ -43,10 +51,14 @@ std::optional<std::string> ScriptedDialogs::AskSaveFileName(const SaveDialogRequ
     Event event = MakeEvent(Event::Kind::SaveDialog, request.title);
     event.request = request;
     events_.push_back(std::move(event));
-    if (saveAnswers_.empty()) return std::nullopt;
-    auto answer = std::move(saveAnswers_.front());
-    saveAnswers_.pop_front();
-    return answer;
+    return NextAnswer(saveAnswers_);
+}
+
+std::optional<std::string> ScriptedDialogs::AskOpenFileName(const OpenDialogRequest& request) {
+    Event event = MakeEvent(Event::Kind::OpenDialog, request.title);
+    event.openRequest = request;
+    events_.push_back(std::move(event));
+    return NextAnswer(openAnswers_);
 }
 
 PrintOutcome ScriptedDialogs::Print(const PrintDocument& document) {

@@ -23,7 +23,13 @@ struct SaveDialogRequest {
     bool operator==(const SaveDialogRequest&) const = default;
 };
 
-// Every message box, beep and save dialog goes through this, so tests can answer them.
+struct OpenDialogRequest {
+    std::string title;
+    std::string filter;  // as for SaveDialogRequest
+    bool operator==(const OpenDialogRequest&) const = default;
+};
+
+// Every message box, beep and file dialog goes through this, so tests can answer them.
 class Dialogs {
   public:
     virtual ~Dialogs() = default;
@@ -33,6 +39,11 @@ class Dialogs {
     virtual void Beep() = 0;
     // The chosen path, or nothing when the user cancelled.
     virtual std::optional<std::string> AskSaveFileName(const SaveDialogRequest& request) = 0;
+    // An existing file to read, or nothing when the user cancelled. Without an override nothing
+    // is ever chosen: only the desktop opens files by dialog.
+    virtual std::optional<std::string> AskOpenFileName(const OpenDialogRequest& /*request*/) {
+        return std::nullopt;
+    }
 
     // A failed file operation: the program's own sentence, and apart from it a detail naming the
     // path and the system's reason. Without an override the detail is dropped, so what shows is
@@ -49,16 +60,17 @@ class Dialogs {
     }
 };
 
-// Test double: records every message, beep and dialog in order, and answers save dialogs from a
-// queue (an empty queue answers "cancelled").
+// Test double: records every message, beep and dialog in order, and answers save and open dialogs
+// from their queues (an empty queue answers "cancelled").
 class ScriptedDialogs : public Dialogs {
   public:
     struct Event {
-        enum class Kind { Message, Beep, SaveDialog, Print } kind = Kind::Message;
+        enum class Kind { Message, Beep, SaveDialog, OpenDialog, Print } kind = Kind::Message;
         std::string text;   // message text, or the dialog's title
         std::string title;  // message title as shown (kProgramTitle when none was given)
         MessageIcon icon = MessageIcon::None;
         SaveDialogRequest request;
+        OpenDialogRequest openRequest;
         std::string detail;        // a failure's path and reason
         PrintDocument document{};  // Print: what was handed to the print dialogs
     };
@@ -67,6 +79,7 @@ class ScriptedDialogs : public Dialogs {
                      MessageIcon icon = MessageIcon::None) override;
     void Beep() override;
     std::optional<std::string> AskSaveFileName(const SaveDialogRequest& request) override;
+    std::optional<std::string> AskOpenFileName(const OpenDialogRequest& request) override;
     void ShowFailure(std::string_view text, std::string_view detail, std::string_view title = {},
                      MessageIcon icon = MessageIcon::None) override;
     void BeepFailure(std::string_view detail) override;
@@ -77,6 +90,9 @@ class ScriptedDialogs : public Dialogs {
     void AnswerNextSave(std::optional<std::string> path) {
         saveAnswers_.push_back(std::move(path));
     }
+    void AnswerNextOpen(std::optional<std::string> path) {
+        openAnswers_.push_back(std::move(path));
+    }
 
     const std::vector<Event>& events() const { return events_; }
     std::vector<std::string> messages() const;  // message texts only, in order
@@ -86,6 +102,7 @@ class ScriptedDialogs : public Dialogs {
   private:
     std::vector<Event> events_;
     std::deque<std::optional<std::string>> saveAnswers_;
+    std::deque<std::optional<std::string>> openAnswers_;
     std::deque<PrintOutcome> printAnswers_;
 };
 

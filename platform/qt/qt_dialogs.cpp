@@ -5,13 +5,13 @@
 #include <QFileInfo>
 #include <QLabel>
 #include <QMessageBox>
+#include <QScopedValueRollback>
 #include <QScreen>
 #include <QString>
 #include <QTextStream>
 #include <algorithm>
 
 #include "platform/qt/guarded_dialog.h"
-#include "platform/qt/save_dialog.h"
 
 namespace varo {
 
@@ -104,10 +104,27 @@ void QtDialogs::BeepFailure(std::string_view detail) {
 }
 
 std::optional<std::string> QtDialogs::AskSaveFileName(const SaveDialogRequest& request) {
-    GuardedDialog<SaveDialog> dialog(parent_.data(), FromText(request.title),
-                                     ToQtNameFilters(request.filter), request.filterIndex - 1,
+    return RunFileDialog(FromText(request.title), request.filter, request.filterIndex - 1,
+                         FromText(request.proposedName), request.overwritePrompt,
+                         FileDialogPurpose::Save);
+}
+
+std::optional<std::string> QtDialogs::AskOpenFileName(const OpenDialogRequest& request) {
+    return RunFileDialog(FromText(request.title), request.filter, 0, QString(), false,
+                         FileDialogPurpose::Open);
+}
+
+// One file dialog at a time: one asked for while another runs (from a timer, or by assistive
+// technology reaching a blocked window) answers as cancelled.
+std::optional<std::string> QtDialogs::RunFileDialog(const QString& title, std::string_view filter,
+                                                    int filterIndex, const QString& proposedName,
+                                                    bool overwritePrompt,
+                                                    FileDialogPurpose purpose) {
+    if (fileDialogOpen_) return std::nullopt;
+    const QScopedValueRollback<bool> open(fileDialogOpen_, true);
+    GuardedDialog<SaveDialog> dialog(parent_.data(), title, ToQtNameFilters(filter), filterIndex,
                                      lastFolder_.isEmpty() ? QDir::currentPath() : lastFolder_,
-                                     FromText(request.proposedName), request.overwritePrompt);
+                                     proposedName, overwritePrompt, purpose);
     if (dialog.Exec() != QDialog::Accepted) return std::nullopt;
     lastFolder_ = QFileInfo(dialog->chosenPath()).absolutePath();
     return dialog->chosenPath().toStdString();

@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "platform/dialogs.h"
+#include "platform/qt/save_dialog.h"
 
 namespace varo {
 
@@ -16,7 +17,7 @@ namespace varo {
 // that does not name its pattern gets it appended.
 QStringList ToQtNameFilters(std::string_view filter);
 
-// Message boxes, beep and save dialog on the desktop.
+// Message boxes, beep and file dialogs on the desktop.
 class QtDialogs : public Dialogs {
   public:
     // Dialogs are centred on `parent` when one is given.
@@ -29,6 +30,8 @@ class QtDialogs : public Dialogs {
     void Beep() override;
     // The dialog is the program's own (see SaveDialog); it opens in the folder last chosen.
     std::optional<std::string> AskSaveFileName(const SaveDialogRequest& request) override;
+    // The same dialog in its open form: only an existing file is taken.
+    std::optional<std::string> AskOpenFileName(const OpenDialogRequest& request) override;
     // A print preview with Qt's print dialog behind its Print button and a "Save as PDF" action
     // (qt_print.cpp).
     PrintOutcome Print(const PrintDocument& document) override;
@@ -41,10 +44,14 @@ class QtDialogs : public Dialogs {
   private:
     void ShowBox(std::string_view text, std::string_view detail, std::string_view title,
                  MessageIcon icon);
+    std::optional<std::string> RunFileDialog(const QString& title, std::string_view filter,
+                                             int filterIndex, const QString& proposedName,
+                                             bool overwritePrompt, FileDialogPurpose purpose);
 
     // Dialogs outlive a parent that goes away while they run (see GuardedDialog).
     QPointer<QWidget> parent_;
     QString lastFolder_;
+    bool fileDialogOpen_ = false;
 };
 
 }  // namespace varo

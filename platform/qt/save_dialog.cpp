@@ -45,15 +45,18 @@ QStringList FilterPatterns(const QString& nameFilter) {
 
 SaveDialog::SaveDialog(QWidget* parent, const QString& title, const QStringList& nameFilters,
                        int filterIndex, const QString& folder, const QString& proposedName,
-                       bool overwritePrompt)
+                       bool overwritePrompt, FileDialogPurpose purpose)
     : QDialog(parent),
       folderText_(new QLabel),
       entries_(new QListWidget),
       fileName_(new QLineEdit(proposedName)),
       fileType_(new QComboBox),
-      overwritePrompt_(overwritePrompt) {
+      overwritePrompt_(overwritePrompt),
+      purpose_(purpose) {
+    const bool opening = purpose == FileDialogPurpose::Open;
+    const QString typeCaption = opening ? tr("Files of type") : tr("Save as type");
     setWindowTitle(title);
-    setObjectName(QStringLiteral("saveDialog"));
+    setObjectName(opening ? QStringLiteral("openDialog") : QStringLiteral("saveDialog"));
     folderText_->setObjectName(QStringLiteral("lblFolder"));
     folderText_->setTextInteractionFlags(Qt::TextSelectableByMouse);
     folderText_->setMinimumWidth(0);
@@ -63,7 +66,7 @@ SaveDialog::SaveDialog(QWidget* parent, const QString& title, const QStringList&
     fileName_->setObjectName(QStringLiteral("txtFileName"));
     fileName_->setAccessibleName(tr("File name"));
     fileType_->setObjectName(QStringLiteral("cboFileType"));
-    fileType_->setAccessibleName(tr("Save as type"));
+    fileType_->setAccessibleName(typeCaption);
     fileType_->addItems(nameFilters);
     fileType_->setCurrentIndex(
         std::clamp<int>(filterIndex, 0, std::max<int>(0, fileType_->count() - 1)));
@@ -71,10 +74,11 @@ SaveDialog::SaveDialog(QWidget* parent, const QString& title, const QStringList&
     auto* folderRow = new QHBoxLayout;
     folderRow->addWidget(folderText_, 1);
     QPushButton* up = AddButton(folderRow, tr("Up"), "cmdUp");
-    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Save | QDialogButtonBox::Cancel);
+    auto* buttons = new QDialogButtonBox(
+        (opening ? QDialogButtonBox::Open : QDialogButtonBox::Save) | QDialogButtonBox::Cancel);
     auto* form = new QFormLayout;
     form->addRow(tr("File name:"), fileName_);
-    form->addRow(tr("Save as type:"), fileType_);
+    form->addRow(typeCaption + QLatin1Char(':'), fileType_);
     auto* layout = new QVBoxLayout(this);
     layout->addLayout(folderRow);
     layout->addWidget(entries_, 1);
@@ -135,6 +139,7 @@ void SaveDialog::OnItemActivated(QListWidgetItem* item) {
 }
 
 // A name that is a folder opens it; anything else is the file, relative to the folder shown.
+// A file to open must be there.
 void SaveDialog::accept() {
     const QString name = fileName_->text().trimmed();
     if (name.isEmpty()) {
@@ -146,6 +151,10 @@ void SaveDialog::accept() {
     if (QFileInfo(path).isDir()) {
         ShowFolder(QDir(path));
         fileName_->clear();
+        return;
+    }
+    if (purpose_ == FileDialogPurpose::Open && !QFileInfo(path).isFile()) {
+        QApplication::beep();
         return;
     }
     if (overwritePrompt_ && QFileInfo::exists(path) && !ConfirmOverwrite(path)) return;

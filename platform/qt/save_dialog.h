@@ -12,16 +12,19 @@ class QListWidgetItem;
 
 namespace varo {
 
-// A save dialog built from plain widgets. It lists the folder itself, synchronously, instead of
-// through a file-system model: that model's background updates and deferred sorting outlived
-// the dialogs they belonged to, and the accessibility layer kept indexes into them.
-// Files match the chosen filter in either case of letters; the filter texts show as given.
+// Whether a file dialog names a file to write or an existing file to read.
+enum class FileDialogPurpose { Save, Open };
+
+// A save (or open) dialog built from plain widgets. It lists the folder itself, synchronously,
+// instead of through a file-system model: that model's background updates and deferred sorting
+// outlived the dialogs they belonged to, and the accessibility layer kept indexes into them. Files
+// match the chosen filter in either case of letters; the filter texts show as given.
 class SaveDialog : public QDialog {
     Q_OBJECT
   public:
     SaveDialog(QWidget* parent, const QString& title, const QStringList& nameFilters,
                int filterIndex, const QString& folder, const QString& proposedName,
-               bool overwritePrompt);
+               bool overwritePrompt, FileDialogPurpose purpose = FileDialogPurpose::Save);
 
     QString chosenPath() const { return chosenPath_; }
     QString folder() const { return folder_.absolutePath(); }
@@ -42,6 +45,7 @@ class SaveDialog : public QDialog {
     QDir folder_;
     QString chosenPath_;
     bool overwritePrompt_;
+    FileDialogPurpose purpose_;
 };
 
 // The wildcard patterns inside a Qt name filter's parentheses: "Quarn files (*.KVF)" gives

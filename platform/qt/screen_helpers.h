@@ -3,13 +3,17 @@
 #include <QAbstractButton>
 #include <QEvent>
 #include <QFont>
+#include <QHeaderView>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRectF>
 #include <QScreen>
 #include <QSize>
 #include <QString>
+#include <QStringList>
+#include <QTableWidget>
 #include <QVBoxLayout>
 #include <QWidget>
 #include <string_view>
@@ -18,6 +22,10 @@
 #include "platform/qt/surface_widget.h"
 
 namespace varo {
+
+// Where the screens keep their entries between runs: QSettings(kSettingsOwner, kSettingsProgram).
+inline constexpr const char* kSettingsOwner = "VARO";
+inline constexpr const char* kSettingsProgram = "VARO";
 
 inline QString FromText(std::string_view text) {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
@@ -89,6 +97,59 @@ inline QPushButton* PlaceButton(SurfaceWidget& background, const char* name, con
     if (family != nullptr) button->setFont(QFont(family));
     background.Place(button, at, pointSize);
     return button;
+}
+
+// A control on the surface with its caption to the left: the caption names it to a screen
+// reader, and its mnemonic (if any) moves to it.
+template <typename Control>
+Control* PlaceCaptioned(SurfaceWidget& background, const char* labelName, const char* name,
+                        const char* caption, const QRectF& captionAt, const QRectF& at) {
+    QLabel* label = PlaceLabel(background, labelName, caption, captionAt);
+    auto* control = new Control(&background);
+    control->setObjectName(name);
+    control->setAccessibleName(caption);
+    background.Place(control, at, 8.25);
+    label->setBuddy(control);
+    return control;
+}
+
+// A table's column headings from a list of C strings.
+inline QStringList ColumnHeaders(const auto& captions) {
+    QStringList headers;
+    for (const char* caption : captions)
+        headers.push_back(QString::fromUtf8(caption));
+    return headers;
+}
+
+// A table on the surface, without row numbers, its columns as wide as their contents. Tab leaves
+// it; the arrows move between its cells. A read-only table only shows.
+inline QTableWidget* PlaceTable(SurfaceWidget& background, const char* name,
+                                const QString& spokenName, const QStringList& headers,
+                                const QRectF& at, bool readOnly) {
+    auto* table = new QTableWidget(0, static_cast<int>(headers.size()), &background);
+    table->setObjectName(name);
+    table->setAccessibleName(spokenName);
+    if (readOnly) table->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    table->setHorizontalHeaderLabels(headers);
+    table->verticalHeader()->setVisible(false);
+    table->setWordWrap(false);
+    table->setTabKeyNavigation(false);
+    table->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    table->horizontalHeader()->setStretchLastSection(true);
+    background.Place(table, at, 8);
+    return table;
+}
+
+// A read-only text box on the surface that Tab leaves.
+inline QPlainTextEdit* PlaceNotes(SurfaceWidget& background, const char* name,
+                                  const QString& spokenName, const QRectF& at) {
+    auto* notes = new QPlainTextEdit(&background);
+    notes->setObjectName(name);
+    notes->setAccessibleName(spokenName);
+    notes->setReadOnly(true);
+    notes->setTabChangesFocus(true);
+    background.Place(notes, at, 8);
+    return notes;
 }
 
 // Escape on the screen, or on any control of it that leaves the key alone, presses the

@@ -32,9 +32,6 @@ constexpr float kFirstRow = 650, kRowStep = 380, kRowHeight = 320;
 constexpr float kRightLeft = 4150, kRightRight = 11850;
 constexpr ChartBox kChartBox{kRightLeft, 200, kRightRight, 4300};
 
-constexpr const char* kSettingsOwner = "VARO";
-constexpr const char* kSettingsProgram = "VARO";
-
 struct EntryRow {
     const char* name;
     const char* caption;
@@ -161,31 +158,21 @@ const Surface& FrmBands::surface() const {
 void FrmBands::BuildEntries() {
     int row = 0;
     for (const EntryRow& entryRow : kEntryRows) {
-        QLabel* caption = PlaceLabel(
-            *background_, (std::string("lbl") + (entryRow.name + 3)).c_str(), entryRow.caption,
-            LogicalBox(kCaptionLeft, RowTop(row), kCaptionRight, RowTop(row) + kRowHeight));
-        auto* entry = new QLineEdit(background_);
-        entry->setObjectName(entryRow.name);
-        entry->setAccessibleName(entryRow.caption);
-        background_->Place(
-            entry, LogicalBox(kEntryLeft, RowTop(row), kEntryRight, RowTop(row) + kRowHeight),
-            8.25);
-        caption->setBuddy(entry);
+        auto* entry = PlaceCaptioned<QLineEdit>(
+            *background_, (std::string("lbl") + (entryRow.name + 3)).c_str(), entryRow.name,
+            entryRow.caption,
+            LogicalBox(kCaptionLeft, RowTop(row), kCaptionRight, RowTop(row) + kRowHeight),
+            LogicalBox(kEntryLeft, RowTop(row), kEntryRight, RowTop(row) + kRowHeight));
         entries_[entryRow.name] = entry;
         connect(entry, &QLineEdit::textEdited, this, [this] { Replan(false); });
         ++row;
     }
     const auto addChoice = [&](const char* name, const char* caption, const QStringList& items) {
-        QLabel* label =
-            PlaceLabel(*background_, name, caption,
-                       LogicalBox(kCaptionLeft, RowTop(row), 1500, RowTop(row) + kRowHeight));
-        auto* box = new QComboBox(background_);
-        box->setObjectName(QString(name).replace("lbl", "cbo"));
-        box->setAccessibleName(caption);
+        auto* box = PlaceCaptioned<QComboBox>(
+            *background_, name, QString(name).replace("lbl", "cbo").toLatin1().constData(), caption,
+            LogicalBox(kCaptionLeft, RowTop(row), 1500, RowTop(row) + kRowHeight),
+            LogicalBox(1550, RowTop(row), 2950, RowTop(row) + kRowHeight));
         box->addItems(items);
-        background_->Place(box, LogicalBox(1550, RowTop(row), 2950, RowTop(row) + kRowHeight),
-                           8.25);
-        label->setBuddy(box);
         return box;
     };
     conduction_ =
@@ -212,43 +199,16 @@ void FrmBands::BuildEntries() {
 }
 
 void FrmBands::BuildBandTable() {
-    bands_ = new QTableWidget(0, static_cast<int>(kBandColumns.size()), background_);
-    bands_->setObjectName("tblBands");
-    bands_->setAccessibleName("Bands");
-    QStringList headers;
-    for (const char* header : kBandColumns)
-        headers.push_back(header);
-    bands_->setHorizontalHeaderLabels(headers);
-    bands_->verticalHeader()->setVisible(false);
-    bands_->setWordWrap(false);
-    bands_->setTabKeyNavigation(false);  // Tab leaves the table; the arrows move between cells
-    bands_->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
-    bands_->horizontalHeader()->setStretchLastSection(true);
-    background_->Place(bands_, LogicalBox(kCaptionLeft, RowTop(8) + 100, kEntryRight, 7900), 8);
+    bands_ = PlaceTable(*background_, "tblBands", "Bands", ColumnHeaders(kBandColumns),
+                        LogicalBox(kCaptionLeft, RowTop(8) + 100, kEntryRight, 7900), false);
     connect(bands_, &QTableWidget::cellChanged, this, [this] { Replan(false); });
 }
 
 void FrmBands::BuildResults() {
-    results_ = new QTableWidget(0, static_cast<int>(kResultColumns.size()), background_);
-    results_->setObjectName("tblResults");
-    results_->setAccessibleName("Plan by band");
-    results_->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    QStringList headers;
-    for (const char* header : kResultColumns)
-        headers.push_back(header);
-    results_->setHorizontalHeaderLabels(headers);
-    results_->verticalHeader()->setVisible(false);
-    results_->setWordWrap(false);
-    results_->setTabKeyNavigation(false);
-    results_->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
-    results_->horizontalHeader()->setStretchLastSection(true);
-    background_->Place(results_, LogicalBox(kRightLeft, 4400, kRightRight, 6900), 8);
-    notes_ = new QPlainTextEdit(background_);
-    notes_->setObjectName("txtNotes");
-    notes_->setAccessibleName("Notes and shortfalls");
-    notes_->setReadOnly(true);
-    notes_->setTabChangesFocus(true);
-    background_->Place(notes_, LogicalBox(kRightLeft, 7000, kRightRight, 7900), 8);
+    results_ = PlaceTable(*background_, "tblResults", "Plan by band", ColumnHeaders(kResultColumns),
+                          LogicalBox(kRightLeft, 4400, kRightRight, 6900), true);
+    notes_ = PlaceNotes(*background_, "txtNotes", "Notes and shortfalls",
+                        LogicalBox(kRightLeft, 7000, kRightRight, 7900));
 }
 
 void FrmBands::BuildButtons() {

@@ -64,8 +64,6 @@ constexpr QSize kMinimumSize(600, 450);
 
 // The Q values are the user's, not the design's: kept in the desktop's settings, apart from the
 // last-session file.
-constexpr const char* kSettingsOwner = "VARO";
-constexpr const char* kSettingsProgram = "VARO";
 constexpr const char* kCoilQKey = "tankLosses/coilQ";
 constexpr const char* kCapacitorQKey = "tankLosses/capacitorQ";
 
@@ -196,7 +194,7 @@ void FrmDesign::SetToolTips() {
         const char* name;
         const char* text;
     };
-    const std::array<Tip, 24> tips = {{
+    const std::array<Tip, 25> tips = {{
         {"txtFrequency", "Operating frequency; k and M suffixes allowed"},
         {"txtPlate", "Plate load resistance the network must present to the tube"},
         {"txtNominalLoad", "Load resistance, usually the antenna feed line"},
@@ -214,6 +212,8 @@ void FrmDesign::SetToolTips() {
         {"cmdInductor", "Design the winding of L1 or L2"},
         {"cmdLoadHelp", "Work out the plate load; enter RF power and peak swing"},
         {"cmdBands", "Plan the tank for every band against the tube and the variable capacitors"},
+        {"cmdLoadRange",
+         "Re-tune the network for an antenna: one load, a measured file or an SWR circle"},
         {"cmdPrint", "Print the design report"},
         {"cmdQuarn", "Write the design as a Quarn circuit file"},
         {"cmdSpice", "Write the design as an LTspice schematic"},
@@ -335,12 +335,14 @@ void FrmDesign::BuildCommandRow() {
                     QRectF(QPointF(left, kCommandTop), QPointF(left + width, kCommandBottom)));
         left += width + kCommandGap;
     }
-    // Beyond the original row: the band plan, in the free room under the harmonic table.
+    // Beyond the original row: the band plan and the load range, in the free room under the
+    // harmonic table.
     PlaceButton(*background_, "cmdBands", "&Band plan", LogicalBox(8800, 5650, 10400, 6050));
+    PlaceButton(*background_, "cmdLoadRange", "Load ran&ge", LogicalBox(10450, 5650, 11850, 6050));
 }
 
 void FrmDesign::SetTabOrder() {
-    const std::array<const char*, 23> order = {"txtFrequency",
+    const std::array<const char*, 24> order = {"txtFrequency",
                                                "txtPlate",
                                                "txtNominalLoad",
                                                "txtQ",
@@ -360,6 +362,7 @@ void FrmDesign::SetTabOrder() {
                                                "cmdSpice",
                                                "cmdSpiceNetlist",
                                                "cmdBands",
+                                               "cmdLoadRange",
                                                "txtCoilQ",
                                                "txtCapacitorQ",
                                                "cmdHelp"};
@@ -463,6 +466,10 @@ void FrmDesign::ConnectCommands() {
     });
     onClick("cmdBands", false, [this] {
         LeaveFor(&FrmDesign::requestBands, "The band plan is not yet available in this version.");
+    });
+    onClick("cmdLoadRange", false, [this] {
+        LeaveFor(&FrmDesign::requestLoadRange,
+                 "The load range is not yet available in this version.");
     });
     onClick("cmdPrint", true, [this] { PrintDesign(design_, *this, dialogs_, reporter_); });
     // Only a chosen file name reads the entries in; a cancelled dialog leaves them marked.

@@ -58,6 +58,7 @@ class FrmDesign : public QWidget, public DesignForm {
     void requestInductor();
     void requestLoadHelp();
     void requestBands();
+    void requestLoadRange();
     void requestExit();
 
   protected:

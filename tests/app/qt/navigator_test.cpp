@@ -71,5 +71,22 @@ TEST(Navigator, StartThenARegisteredScreenAndBackByClosingIt) {
         std::vector<std::string>{"The inductor designer is not yet available in this version."});
 }
 
+// The design screen's newest button leads to its own destination.
+TEST(Navigator, LoadRangeOpensItsRegisteredScreen) {
+    testing::TempFolder folder;
+    ScriptedDialogs dialogs;
+    Navigator navigator{dialogs, {}, SessionFilePath(folder.str())};
+    navigator.Register(Destination::LoadRange, [](const ScreenContext&) {
+        auto* screen = new QWidget;
+        screen->setObjectName("frmLoadRange");
+        return screen;
+    });
+    navigator.Start();
+    Click(navigator.currentScreen(), "cmdEnter");
+    Click(navigator.currentScreen(), "cmdLoadRange");
+    EXPECT_EQ(navigator.currentScreen()->objectName(), "frmLoadRange");
+    EXPECT_EQ(dialogs.messages(), std::vector<std::string>{});
+}
+
 }  // namespace
 }  // namespace varo

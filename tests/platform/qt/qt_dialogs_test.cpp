@@ -89,6 +89,37 @@ TEST(QtDialogs, SaveDialogListsTheFolderAndGivesTheChosenPath) {
     EXPECT_EQ(QAccessible::accessibleInterface(listedName), nullptr);
 }
 
+// The open form takes only a file that is there; while it runs, a second file dialog answers
+// as cancelled instead of opening over it.
+TEST(QtDialogs, OpenDialogTakesOnlyAnExistingFileOneDialogAtATime) {
+    testing::TempFolder folder;
+    for (const char* name : {"aerial.s1p", "DIPOLE.S1P", "notes.txt"})
+        testing::WriteBytes(folder.File(name), "x");
+    QtDialogs dialogs;
+    QStringList shown;
+    std::optional<std::string> second = "not asked";
+    WhenModalOpens([&](QWidget* dialog) {
+        ASSERT_NE(dialog, nullptr);
+        auto* name = dialog->findChild<QLineEdit*>("txtFileName");
+        name->setText(QString::fromStdString(folder.str()));
+        QMetaObject::invokeMethod(dialog, "accept");
+        shown = {dialog->objectName(), dialog->findChild<QComboBox*>("cboFileType")->currentText()};
+        shown += Listed(dialog);
+        second = dialogs.AskOpenFileName({"Again", "*.txt"});
+        name->setText("missing.s1p");
+        QMetaObject::invokeMethod(dialog, "accept");  // refused: the dialog stays
+        shown.push_back(dialog->isVisible() ? "still open" : "closed");
+        name->setText("aerial.s1p");
+        QMetaObject::invokeMethod(dialog, "accept");
+    });
+    const auto answer =
+        dialogs.AskOpenFileName({"Open antenna file", "Touchstone one-port (*.s1p *.S1P)"});
+    EXPECT_EQ(answer, folder.File("aerial.s1p"));
+    EXPECT_EQ(second, std::nullopt);
+    EXPECT_EQ(shown, QStringList({"openDialog", "Touchstone one-port (*.s1p *.S1P)", "aerial.s1p",
+                                  "DIPOLE.S1P", "still open"}));
+}
+
 // No line wrapped; a failure's path and reason below the text.
 TEST(QtDialogs, MessageBoxesShowEveryLineWhole) {
     const QString longLine = "Please check analysis starting and stopping frequencies";
@@ -121,6 +152,10 @@ TEST(QtDialogs, ADialogWhoseParentIsDeletedWhileItRunsReturnsAsCancelled) {
         {"save",
          [](QtDialogs& on) {
              return !on.AskSaveFileName({"Save", "*.txt", 1, "a", true});
+         }},
+        {"open",
+         [](QtDialogs& on) {
+             return !on.AskOpenFileName({"Open", "*.s1p"});
          }},
         {"print",
          [](QtDialogs& on) {
