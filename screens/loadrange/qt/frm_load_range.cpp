@@ -182,8 +182,7 @@ void FrmLoadRange::BuildButtons() {
     });
 }
 
-// ---- The form, the antenna file and the range
-// ----------------------------------------------------
+// ---- The form, the antenna file and the range ------------------------------------------------
 
 void FrmLoadRange::ShowForm(const LoadRangeFormText& form) {
     const QScopedValueRollback<bool> filling(showing_, true);
