@@ -179,7 +179,8 @@ std::string ResultCsv(const LoadRangeResult& result) {
             const auto stress = static_cast<LoadStress>(s);
             const bool absent =
                 !range.withPower || (stress == LoadStress::LossWatts && !load.lossWatts);
-            csv += "," + (absent ? std::string() : known(StressOf(load, stress)));
+            csv += ',';
+            if (!absent) csv += known(StressOf(load, stress));
         }
         csv += "\r\n";
     }
