@@ -16,6 +16,7 @@
 #include <QTableWidget>
 #include <QVBoxLayout>
 #include <QWidget>
+#include <functional>
 #include <string_view>
 
 #include "platform/qt/action_gate.h"
@@ -174,5 +175,21 @@ class ReturnOnEscape : public QObject {
   private:
     QAbstractButton& returnButton_;
 };
+
+// The Return button at the screen's bottom right: Escape presses it, and a press goes back
+// through the screen's gate, so a hidden or blocked screen stays where it is.
+inline QPushButton* PlaceReturnButton(QWidget& screen, SurfaceWidget& background,
+                                      ActionGate& actions, std::function<void()> goBack, float top,
+                                      float bottom) {
+    auto* back =
+        PlaceButton(background, "cmdExit", "Return", LogicalBox(10600, top, 11850, bottom));
+    new ReturnOnEscape(screen, *back);
+    QObject::connect(back, &QPushButton::clicked, &screen, [&actions, goBack = std::move(goBack)] {
+        actions.Run([&goBack] {
+            if (goBack) goBack();
+        });
+    });
+    return back;
+}
 
 }  // namespace varo

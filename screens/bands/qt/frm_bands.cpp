@@ -219,9 +219,7 @@ void FrmBands::BuildButtons() {
                                LogicalBox(1450, top, 2700, bottom));
     auto* plan = PlaceButton(*background_, "cmdPlan", "&Plan", LogicalBox(2750, top, 3900, bottom));
     plan->setDefault(true);
-    auto* back =
-        PlaceButton(*background_, "cmdExit", "Return", LogicalBox(10600, top, 11850, bottom));
-    new ReturnOnEscape(*this, *back);
+    PlaceReturnButton(*this, *background_, actions_, returnToDesign_, top, bottom);
     connect(add, &QPushButton::clicked, this, [this] {
         actions_.Run([this] {
             AddBandRow({true, "new", "50", "54", "0", "0"});
@@ -239,11 +237,6 @@ void FrmBands::BuildButtons() {
     connect(plan, &QPushButton::clicked, this, [this] { actions_.Run([this] { Replan(true); }); });
     for (const auto& [name, entry] : entries_)
         connect(entry, &QLineEdit::returnPressed, plan, &QPushButton::click);
-    connect(back, &QPushButton::clicked, this, [this] {
-        actions_.Run([this] {
-            if (returnToDesign_) returnToDesign_();
-        });
-    });
 }
 
 // ---- The form and the plan ----------------------------------------------------------------------

@@ -168,18 +168,11 @@ void FrmLoadRange::BuildButtons() {
     auto* workOut = PlaceButton(*background_, "cmdWorkOut", "&Work out",
                                 LogicalBox(kEntryRight - 1250, top, kEntryRight, bottom));
     workOut->setDefault(true);
-    auto* back =
-        PlaceButton(*background_, "cmdExit", "Return", LogicalBox(10600, top, 11850, bottom));
-    new ReturnOnEscape(*this, *back);
+    PlaceReturnButton(*this, *background_, actions_, returnToDesign_, top, bottom);
     connect(workOut, &QPushButton::clicked, this,
             [this] { actions_.Run([this] { Rework(true); }); });
     for (QLineEdit* entry : {phases_, load_})
         connect(entry, &QLineEdit::returnPressed, workOut, &QPushButton::click);
-    connect(back, &QPushButton::clicked, this, [this] {
-        actions_.Run([this] {
-            if (returnToDesign_) returnToDesign_();
-        });
-    });
 }
 
 // ---- The form, the antenna file and the range ------------------------------------------------
