@@ -70,9 +70,14 @@ const std::string kPlateLoadUsage =
     "  operation (none given: K = 2).\n";
 const std::string kCoilUsage =
     "usage: varo-cli coil --inductance T [--diameter T] [--length T] [--turns T] [--gauge T]\n"
-    "                     [--cm] [--json]\n"
+    "                     [--frequency F] [--cm] [--json]\n"
     "  A single-layer winding from two of diameter, length and turns; with --cm the diameter\n"
-    "  and length are in centimetres. JSON values are in inches whatever the unit.\n";
+    "  and length are in centimetres. JSON values are in inches whatever the unit.\n"
+    "  Beside the formula's figures, the coil as built: the exact current-sheet inductance, the\n"
+    "  inductance as wound with round wire (with --gauge) and, at the operating frequency\n"
+    "  --frequency, its AC resistance and unloaded Q; its self-capacitance and self-resonance.\n"
+    "  JSON: inductanceSheet, inductanceWound (H), nagaoka, acResistance (ohms), q,\n"
+    "  selfCapacitance (F), selfResonance (Hz); null where not known.\n";
 
 // Help exits 0; a usage mistake exits 2 with the reason and the usage of what was mistyped;
 // the helpers' readable reports, and their limits' messages, whole.
@@ -104,15 +109,39 @@ TEST(Cli, WholeTextsAndExitStatus) {
         {{"plate-load", "--swing", "1k", "--power", "1", "--class", "D"}, 2, "",
          mistake("unknown class 'D' (use A, AB, B or C)", kPlateLoadUsage)},
         {{"coil", "--diameter", "2"}, 2, "", mistake("--inductance is required", kCoilUsage)},
+        {{"coil", "--inductance", "10u", "--frequency", "abc"}, 2, "",
+         mistake("--frequency needs a frequency above 0, such as 7.15M", kCoilUsage)},
         {{"plate-load", "--swing", "0.5", "--power", "100"}, 0,
          "Peak plate swing, volts: 1 \nRF power, RMS watts: 100 \nClass factor K: 2\n"
          "New plate load: 0.005  ohms\n",
          "Voltage level has been reset to the minimum-allowed value of 1 volt\n"},
-        // The worked winding typed in centimetres: held in inches, shown in centimetres.
-        {{"coil", "--cm", "--inductance", "10u", "--diameter", "5.08", "--length", "10.16", "--gauge", "14"}, 0,
+        // The worked winding typed in centimetres: held in inches, shown in centimetres. As built
+        // at 7.15 MHz, worked by hand (22.1359 turns): sheet 10.0497 uH (0.8181 of the uniform
+        // field's), round wire +0.1245 uH; straight wire 0.48754 ohm times Medhurst's 1.40341;
+        // Medhurst's self-capacitance 0.49612 pF/cm over 5.08 cm; 28.6 MHz within 3.143 MHz of
+        // 31.43 MHz. Without the wire the self-resonance rests on the sheet: 31.624 MHz.
+        {{"coil", "--cm", "--inductance", "10u", "--diameter", "5.08", "--length", "10.16", "--gauge", "14",
+          "--frequency", "7.15M"}, 0,
          "Inductance: 10uH\nMedian diameter (cm): 5.08\nLength (cm): 10.16\nTurns:  22.136 \n"
          "Turns per cm:  2.1787 \nWire length (cm):  353.42 \nCritical gauge:  6\n"
-         "Actual gauge: 14\nWire diameter (cm):  0.16344 \nPercent fill:  35.609 \n", ""},
+         "Actual gauge: 14\nWire diameter (cm):  0.16344 \nPercent fill:  35.609 \n"
+         "As built, at 7.15MHz:\n"
+         "  Current sheet (exact): 10.0497uH (Nagaoka 0.8181)\n"
+         "  As wound (round wire): 10.1742uH, +1.74 % against the formula\n"
+         "  AC resistance: 0.6842 ohm\n"
+         "  Unloaded Q: 668\n"
+         "  Self-capacitance: 2.52028pF\n"
+         "  Self-resonance: 31.43MHz\n"
+         "  Within 10 % of the self-resonance: the 4th harmonic (28.6MHz).\n", ""},
+        // Without a gauge or a frequency only what the winding alone fixes.
+        {{"coil", "--inductance", "10u", "--diameter", "2", "--length", "4"}, 0,
+         "Inductance: 10uH\nMedian diameter (in): 2\nLength (in): 4\nTurns:  22.136 \n"
+         "Turns per in:  5.534 \nWire length (in):  139.14 \nCritical gauge:  6\n"
+         "As built:\n"
+         "  Current sheet (exact): 10.0497uH (Nagaoka 0.8181)\n"
+         "  Self-capacitance: 2.52028pF\n"
+         "  Self-resonance: 31.624MHz\n"
+         "  Enter the wire gauge for the inductance as wound, its AC resistance and Q.\n", ""},
         {{"coil", "--inductance", "10u", "--length", "4"}, 0,
          "Inductance: 10uH\nMedian diameter (in): \nLength (in): 4\n",
          "We need exactly two entries; enter only two of these:\n   Diameter\n   Length\n"
@@ -125,6 +154,32 @@ TEST(Cli, WholeTextsAndExitStatus) {
         EXPECT_EQ(outcome.status, c.status) << words;
         EXPECT_EQ(outcome.out, c.out) << words;
         EXPECT_EQ(outcome.err, c.err) << words;
+    }
+}
+
+// The coil as built in JSON: the figures worked by hand in the readable case above; what the
+// winding alone cannot fix is null.
+TEST(CliCoil, JsonCarriesTheCoilAsBuilt) {
+    const std::vector<std::string> winding{"coil",       "--json", "--inductance", "10u",
+                                           "--diameter", "2",      "--length",     "4"};
+    auto wound = winding;
+    wound.insert(wound.end(), {"--gauge", "14", "--frequency", "7.15M"});
+    const struct {
+        std::vector<std::string> words;
+        std::vector<std::string> has;
+    } cases[] = {
+        {wound,
+         {"\"inductanceSheet\": 1.0049741e-05", "\"inductanceWound\": 1.01741602e-05",
+          "\"nagaoka\": 0.818135752", "\"acResistance\": 0.6842", "\"q\": 668.0",
+          "\"selfCapacitance\": 2.5202", "\"selfResonance\": 3143", "Resonance\": [\n    4\n  ]"}},
+        {winding,
+         {"\"inductanceSheet\": 1.0049741e-05", "\"inductanceWound\": null",
+          "\"acResistance\": null", "\"q\": null", "\"selfResonance\": 3162", "Resonance\": []"}},
+    };
+    for (const auto& c : cases) {
+        const std::string json = RunCli(c.words).out;
+        for (const std::string& text : c.has)
+            EXPECT_TRUE(Has(json, text)) << text << "\n" << json;
     }
 }
 

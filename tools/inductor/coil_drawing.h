@@ -8,7 +8,7 @@ namespace varo {
 
 // The inductor screen's logical size (twips).
 inline constexpr float kInductorScreenWidth = 12000;
-inline constexpr float kInductorScreenHeight = 9000;
+inline constexpr float kInductorScreenHeight = 11300;
 
 // The cross-section's three wires stand this far apart: one winding pitch on the drawing.
 inline constexpr float kCrossSectionPitch = 500;

@@ -10,6 +10,7 @@
 #include "platform/qt/replay.h"
 #include "platform/qt/surface_widget.h"
 #include "session/program_text.h"
+#include "tools/inductor/coil_as_built.h"
 #include "tools/inductor/coil_drawing.h"
 #include "tools/inductor/winding_page.h"
 
@@ -37,13 +38,43 @@ QRectF ValueBox(int row) {
     return LogicalBox(kValueLeft, RowTop(row), kValueRight, RowTop(row) + kRowHeight);
 }
 
+// The coil as built, under the formula's figures: a heading, then two columns of three rows,
+// the right one beside the drawings' column.
+constexpr float kAsBuiltTop = 8450;
+constexpr float kAsBuiltValueRight = 7100;
+constexpr float kAsBuiltRightCaption = 7300;
+constexpr float kAsBuiltRightValue = 9400;
+constexpr float kAsBuiltRightEnd = 11900;
+constexpr int kAsBuiltRowsPerColumn = 3;
+constexpr float kButtonsTop = 10700;
+
+float AsBuiltRowTop(int row) {
+    return kAsBuiltTop + static_cast<float>(row + 1) * kRowStep;
+}
+std::pair<QRectF, QRectF> AsBuiltBoxes(int index) {
+    const bool right = index >= kAsBuiltRowsPerColumn;
+    const float top = AsBuiltRowTop(index % kAsBuiltRowsPerColumn);
+    const float bottom = top + kRowHeight;
+    if (right) {
+        return {LogicalBox(kAsBuiltRightCaption, top, kAsBuiltRightValue - 100, bottom),
+                LogicalBox(kAsBuiltRightValue, top, kAsBuiltRightEnd, bottom)};
+    }
+    return {LogicalBox(kCaptionLeft, top, kCaptionRight, bottom),
+            LogicalBox(kValueLeft, top, kAsBuiltValueRight, bottom)};
+}
+
 // The labels that name the display unit, in the order of UnitCaptions.
 constexpr std::array<const char*, 5> kUnitCaptionLabels = {"lblFormDiameter", "lblFormLength",
                                                            "Label6", "Label8", "Label14"};
 // What a calculation fills in, shown only once there is something to show.
-constexpr std::array<const char*, 8> kResultLabels = {"Label7",         "Label9",  "Label11",
-                                                      "Label15",        "Label17", "lblResistance",
-                                                      "lblQuarterWave", "lblShape"};
+constexpr std::array<const char*, 16> kResultLabels = {"Label7",           "Label9",
+                                                       "Label11",          "Label15",
+                                                       "Label17",          "lblResistance",
+                                                       "lblQuarterWave",   "lblShape",
+                                                       "lblAsBuilt",       "lblSheet",
+                                                       "lblWound",         "lblAcResistance",
+                                                       "lblUnloadedQ",     "lblSelfCapacitance",
+                                                       "lblSelfResonance", "lblAsBuiltNote"};
 
 constexpr std::string_view kChooseInductor = "Choose the inductor to wind first: L1 or L2.";
 
@@ -63,8 +94,8 @@ FrmInductor::FrmInductor(const DesignState& state, CoilState& coil, Dialogs& dia
                     kInductorScreenWidth, kInductorScreenHeight);
     BuildControls();
     Connect();
-    setMinimumSize(600, 450);
-    FitToScreen(*this, QSize(1200, 900));
+    setMinimumSize(600, 565);
+    FitToScreen(*this, QSize(1200, 1130));
     LoadScreen();
 }
 
@@ -102,6 +133,7 @@ void FrmInductor::BuildControls() {
     AddLabel("Label1", "Enter two and only two of these; third will be computed",
              LogicalBox(kCaptionLeft, 3050, kNoteRight, 3370));
     BuildRows();
+    BuildAsBuiltRows();
     BuildButtons();
 }
 
@@ -165,9 +197,28 @@ void FrmInductor::BuildRows() {
     shape->setWordWrap(true);
 }
 
+void FrmInductor::BuildAsBuiltRows() {
+    AddLabel("lblAsBuilt", "",
+             LogicalBox(kCaptionLeft, kAsBuiltTop, kNoteRight, kAsBuiltTop + kRowHeight));
+    int index = 0;
+    for (const AsBuiltRow& row : kAsBuiltRows) {
+        const auto [captionBox, valueBox] = AsBuiltBoxes(index++);
+        AddLabel(row.captionLabel, row.caption, captionBox);
+        QLabel* value = AddLabel(row.valueLabel, "", valueBox);
+        value->setAutoFillBackground(true);
+        value->setAccessibleName(QString(row.caption).chopped(1));
+    }
+    const float noteTop = AsBuiltRowTop(kAsBuiltRowsPerColumn);
+    QLabel* note =
+        AddLabel("lblAsBuiltNote", "",
+                 LogicalBox(kCaptionLeft, noteTop, kAsBuiltRightEnd, noteTop + 1.5f * kRowHeight));
+    note->setWordWrap(true);
+}
+
 void FrmInductor::BuildButtons() {
     const auto addButton = [this](const char* name, const char* caption, float left) {
-        return PlaceButton(*background_, name, caption, LogicalBox(left, 8450, left + 2000, 8850));
+        return PlaceButton(*background_, name, caption,
+                           LogicalBox(left, kButtonsTop, left + 2000, kButtonsTop + 400));
     };
     addButton("cmdCompute", "Compute", 150);
     addButton("cmdPrint", "Print", 2350);
@@ -301,6 +352,19 @@ void FrmInductor::ShowResults() {
     labels_.at("Label17")->setPalette(fill);
     labels_.at("lblActualGauge")->setVisible(true);
     entries_.at(CoilField::Gauge)->setVisible(true);
+    ShowAsBuilt();
+}
+
+void FrmInductor::ShowAsBuilt() {
+    const AsBuiltTexts texts = AsBuiltTextsOf(coil_, state_.frequency);
+    const auto show = [this](const char* name, const std::string& text) {
+        labels_.at(name)->setText(FromText(text));
+        labels_.at(name)->setVisible(true);
+    };
+    show("lblAsBuilt", texts.heading);
+    for (const AsBuiltRow& row : kAsBuiltRows)
+        show(row.valueLabel, texts.*row.text);
+    show("lblAsBuiltNote", texts.note);
 }
 
 void FrmInductor::EmptyResults() {

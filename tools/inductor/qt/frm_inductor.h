@@ -48,6 +48,7 @@ class FrmInductor : public QWidget, public CoilForm {
     void BuildControls();
     void BuildChoices();
     void BuildRows();
+    void BuildAsBuiltRows();
     void BuildButtons();
     void Connect();
     QLabel* AddLabel(const char* name, const QString& caption, const QRectF& at,
@@ -61,6 +62,7 @@ class FrmInductor : public QWidget, public CoilForm {
     void Compute();
     void ShowUnitCaptions();
     void ShowResults();
+    void ShowAsBuilt();
     void EmptyResults();
     void Redraw();
     bool DesignHasLSection() const;

@@ -73,6 +73,7 @@ TEST_F(FrmInductorTest, OpensInTheKeptUnitWithNothingToPrint) {
 }
 
 TEST_F(FrmInductorTest, WorkedExampleShowsTheWindingAndItsWire) {
+    state.frequency = 7.15e6f;
     FrmInductor& form = Open();
     Type(form, "txtFormDiameter", "2");
     Type(form, "txtFormLength", "4");
@@ -83,10 +84,19 @@ TEST_F(FrmInductorTest, WorkedExampleShowsTheWindingAndItsWire) {
 
     EXPECT_TRUE(dialogs.messages().empty());
     const std::pair<const char*, const char*> results[] = {
-        {"txtTurns", "  22.136 "}, {"Label7", "  5.534 "},    {"Label9", "  139.14 "},
-        {"Label11", "  6"},        {"Label15", "  0.06435 "}, {"Label17", "  35.609 "}};
+        {"txtTurns", "  22.136 "},
+        {"Label7", "  5.534 "},
+        {"Label9", "  139.14 "},
+        {"Label11", "  6"},
+        {"Label15", "  0.06435 "},
+        {"Label17", "  35.609 "},
+        // The coil as built at the design's frequency (worked by hand in the varo-cli tests).
+        {"lblAsBuilt", "As built, at 7.15MHz:"},
+        {"lblUnloadedQ", "668"},
+        {"lblAsBuiltNote", "Within 10 % of the self-resonance: the 4th harmonic (28.6MHz)."}};
     for (const auto& [name, text] : results)
         EXPECT_EQ(TextOf(form, name), text) << name;
+    EXPECT_EQ(Find<QLabel>(form, "lblUnloadedQ")->accessibleName(), "Unloaded Q");
     EXPECT_EQ(Find<QLabel>(form, "Label17")->palette().color(QPalette::Window),
               QColor(0xEE, 0xEE, 0xEE));
     // The unit is fixed until the screen closes.
@@ -136,6 +146,7 @@ TEST_F(FrmInductorTest, StopsAndAnOverfullPitch) {
     Type(form, "txtFormDiameter", "");
     Type(form, "txtActualGauge", "0");
     Click(form, "cmdCompute");
+    EXPECT_EQ(Find<QLabel>(form, "lblUnloadedQ")->accessibleName(), "Unloaded Q");
     EXPECT_EQ(Find<QLabel>(form, "Label17")->palette().color(QPalette::Window),
               QColor(0xFF, 0x66, 0x66));
     EXPECT_EQ(form.focusWidget(), Find<QWidget>(form, "txtActualGauge"));
