@@ -10,6 +10,11 @@ bool IsUsableQ(double q) {
     return q > 0 && std::isfinite(q);
 }
 
+double TankQ::CoilQ(TankPart coilPart) const {
+    const auto& own = wound[coilPart == TankPart::L2 ? 1 : 0];
+    return own.value_or(coil);
+}
+
 namespace {
 
 double InverseQ(double q) {
@@ -45,12 +50,12 @@ void AddDissipation(TankLosses& losses, const TankElement& element, double watts
 // part's dissipation.
 Port WalkToInput(const TankNetwork& network, double omega, Complex loadAdmittance, TankQ q,
                  TankLosses& losses) {
-    const double coilInverseQ = InverseQ(q.coil);
     const double capacitorInverseQ = InverseQ(q.capacitor);
     Port port{{1, 0}, loadAdmittance};
     for (int i = network.count - 1; i >= 0; --i) {
         const TankElement& element = network.elements[i];
-        const double inverseQ = element.series ? coilInverseQ : capacitorInverseQ;
+        const double inverseQ =
+            element.series ? InverseQ(q.CoilQ(element.part)) : capacitorInverseQ;
         AddDissipation(losses, element, StepThrough(element, omega, inverseQ, port));
     }
     return port;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <optional>
 
 #include "core/design_state.h"
 #include "core/tank_network.h"
@@ -11,6 +12,10 @@ namespace varo {
 struct TankQ {
     double coil = 300;
     double capacitor = 2000;
+    // A wound coil's own Q (L1, L2), worked out from its winding; it stands for `coil` there.
+    std::array<std::optional<double>, 2> wound{};
+
+    double CoilQ(TankPart coilPart) const;
 };
 
 // A Q a part can have: above 0 and finite (an infinite Q would hide every loss).

@@ -88,9 +88,36 @@ void Design::SettleBandPlan() {
         results_.bandPlan = PlanBands(*state_, inputs);
 }
 
+void Design::SetWoundCoil(TankPart coil, std::optional<WoundCoil> wound) {
+    wound_[coil == TankPart::L2 ? 1 : 0] = wound;
+    SettleLosses();
+}
+
+const std::optional<WoundCoil>& Design::woundCoil(TankPart coil) const {
+    return wound_[coil == TankPart::L2 ? 1 : 0];
+}
+
+void Design::UseWoundCoilQ(bool use) {
+    useWoundQ_ = use;
+    SettleLosses();
+}
+
+std::array<std::optional<double>, 2> Design::WoundCoilQ() const {
+    std::array<std::optional<double>, 2> q;
+    const float needed[2] = {state_->L1, state_->L2};
+    for (int i = 0; i < 2; ++i) {
+        if (!wound_[i] || wound_[i]->woundFor != needed[i]) continue;
+        if (const auto built = AnalyzeCoil(wound_[i]->winding, state_->frequency)) q[i] = built->q;
+    }
+    return q;
+}
+
 void Design::SettleLosses() {
     results_.losses.reset();
-    if (lossQ_) results_.losses = TankLossesOf(*state_, *lossQ_);
+    if (!lossQ_) return;
+    TankQ q = *lossQ_;
+    if (useWoundQ_) q.wound = WoundCoilQ();
+    results_.losses = TankLossesOf(*state_, q);
 }
 
 bool Design::Recalculate(DesignForm& form, Dialogs& dialogs, Reporter& reporter) {

@@ -1,8 +1,10 @@
 #pragma once
 
+#include <array>
 #include <memory>
 #include <optional>
 
+#include "core/coil_physics.h"
 #include "core/design_state.h"
 #include "core/reporter.h"
 #include "core/tank_losses.h"
@@ -11,6 +13,13 @@
 #include "platform/dialogs.h"
 
 namespace varo {
+
+// A coil as wound on the inductor screen (or named to varo-cli), and the inductance it was
+// wound for.
+struct WoundCoil {
+    Winding winding;
+    float woundFor = 0;  // henries
+};
 
 // The 1 % adjust buttons.
 enum class Adjustment { QMinus, QPlus, IntermediateMinus, IntermediatePlus };
@@ -34,6 +43,18 @@ class Design {
     // The coil and capacitor Q the tank's losses are worked out with; none for no losses.
     void SetLossQ(std::optional<TankQ> q);
     std::optional<TankQ> lossQ() const { return lossQ_; }
+
+    // The coils as wound, L1 then L2. While the design still needs the inductance a coil was
+    // wound for, and the wound coils' Q is chosen, the tank's losses take that coil's own Q
+    // at the operating frequency instead of the coil Q. The band plan and the load range keep
+    // the coil Q: a tapped coil's Q on other bands is not this one.
+    void SetWoundCoil(TankPart coil, std::optional<WoundCoil> wound);
+    const std::optional<WoundCoil>& woundCoil(TankPart coil) const;
+    void UseWoundCoilQ(bool use);
+    bool usesWoundCoilQ() const { return useWoundQ_; }
+    // The wound coils' Q the design would take now (none for a coil not wound, wound for
+    // another inductance, or without the wire's figures), chosen or not.
+    std::array<std::optional<double>, 2> WoundCoilQ() const;
 
     // What the band plan is made for; none for no plan. Setting them plans at once, and each
     // later operation plans again, so results().bandPlan always describes the design as it now
@@ -89,6 +110,8 @@ class Design {
     std::unique_ptr<DesignState> state_;
     DesignResults results_;
     std::optional<TankQ> lossQ_;
+    std::array<std::optional<WoundCoil>, 2> wound_;
+    bool useWoundQ_ = false;
     std::optional<BandPlanInputs> bandInputs_;
     std::optional<LoadRangeRequest> loadRequest_;
 };

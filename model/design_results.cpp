@@ -5,6 +5,7 @@
 
 #include "core/fault.h"
 #include "core/numtext.h"
+#include "model/fixed_text.h"
 
 namespace varo {
 
@@ -142,6 +143,19 @@ std::optional<TankLosses> TankLossesOf(const DesignState& state, TankQ q) {
     } catch (const ArithmeticFault&) {
         return std::nullopt;
     }
+}
+
+std::string WoundQNote(const TankQ& q) {
+    std::string note;
+    const char* const names[2] = {"L1", "L2"};
+    for (int i = 0; i < 2; ++i) {
+        if (!q.wound[i]) continue;
+        if (!note.empty()) note += "; ";
+        note += names[i];
+        note += " as wound, Q ";
+        note += FixedText(*q.wound[i], 0);
+    }
+    return note;
 }
 
 DesignResults LoadDesignResults(DesignState& state, Reporter& reporter) {

@@ -118,6 +118,10 @@ std::vector<float> BuildGridFrequencies(DesignState& state);
 // network cannot be analysed so (a zero load, a Q of 0, a fault on the way).
 std::optional<TankLosses> TankLossesOf(const DesignState& state, TankQ q);
 
+// Which coils the losses took as wound, with their Q: "L1 as wound, Q 668; L2 as wound, Q 412";
+// empty when both took the coil Q.
+std::string WoundQNote(const TankQ& q);
+
 // Runs `step`; an arithmetic fault in it is reported instead of escaping. False after a fault.
 bool RunGuarded(Reporter& reporter, const std::function<void()>& step);
 

@@ -99,7 +99,8 @@ const char* const kDesignUsage =
     "                       [--sweep-csv FILE] [--ltspice FILE] [--quarn FILE]\n"
     "                       [--overlay-dir DIR] [--save-session FILE] [--pdf FILE]\n"
     "                       [--spice FILE] [--touchstone FILE] [--losses]\n"
-    "                       [--coil-q Q] [--capacitor-q Q]\n"
+    "                       [--coil-q Q] [--capacitor-q Q] [--l1-winding D,L,G]\n"
+    "                       [--l2-winding D,L,G]\n"
     "  Each T is entry text as typed into the program's field (\"3.6M\", \"2,5k\");\n"
     "  --generator is the generator resistance in ohms. Starting values are the defaults,\n"
     "  or those of the last-session file given with --session.\n"
@@ -110,7 +111,9 @@ const char* const kDesignUsage =
     "  FILE.s1p (input reflection referred to the plate load).\n"
     "  --losses reports the tank's efficiency and each part's dissipation at the RF power,\n"
     "  with coils of unloaded Q 300 and capacitors of Q 2000 unless --coil-q or\n"
-    "  --capacitor-q (which imply --losses) say otherwise.\n";
+    "  --capacitor-q (which imply --losses) say otherwise. --l1-winding and --l2-winding\n"
+    "  (which imply --losses too) wind that coil from its diameter, length and wire gauge\n"
+    "  in inches, as the inductor screen does, and take its own Q at the frequency.\n";
 
 int RunDesign(const std::vector<std::string>& words, std::ostream& out, std::ostream& err) {
     const Arguments args = Arguments::Parse(words, WithDesignExtras(DesignOptions()));
@@ -125,6 +128,7 @@ int RunDesign(const std::vector<std::string>& words, std::ostream& out, std::ost
     CliDialogs dialogs(err);
     DesignReporter reporter(dialogs, form);
     EnterDesign(design, form, dialogs, reporter, args);
+    WindRequestedCoils(extras, design, dialogs);
 
     // The file actions may validate and recompute, as their buttons do; the report describes
     // the results they leave, as the design screen shows them after the same presses.

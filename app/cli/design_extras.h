@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <optional>
 #include <string>
 
@@ -18,6 +19,8 @@ struct DesignExtras {
     std::optional<std::string> spicePath;
     std::optional<std::string> touchstonePath;
     std::optional<TankQ> lossQ;  // set when the losses are asked for
+    // --l1-winding and --l2-winding: diameter, length and wire gauge, as typed (inches).
+    std::array<std::optional<std::array<std::string, 3>>, 2> windings;
 };
 
 // The design command's options with those of the extras added.
@@ -26,6 +29,10 @@ OptionSpec WithDesignExtras(OptionSpec options);
 // Reads the options. A Q of 0 or less, or a Touchstone name that ends in neither .s2p nor .s1p,
 // is a usage mistake (UsageError).
 DesignExtras ReadDesignExtras(const Arguments& args);
+
+// Winds each requested coil for the design's inductor as the inductor screen does (the turns
+// from the diameter and length), and has the losses take its own Q.
+void WindRequestedCoils(const DesignExtras& extras, Design& design, CliDialogs& dialogs);
 
 // Writes each requested file as the desktop's buttons do. False if any was not written.
 bool WriteDesignExtras(const DesignExtras& extras, Design& design, CliDialogs& dialogs,

@@ -97,8 +97,13 @@ constexpr PartName kPartNames[] = {{TankPart::L1, "L1"},
 std::string LossesSection(const std::optional<TankLosses>& losses) {
     if (!losses) return {};
     const auto number = [](double value) { return FormatNumber(StoreSingle(value)); };
-    std::string text = "Tank losses (coil Q " + PlainText(losses->q.coil) + ", capacitor Q " +
-                       PlainText(losses->q.capacitor) + ")\n" +
+    std::string which =
+        "coil Q " + PlainText(losses->q.coil) + ", capacitor Q " + PlainText(losses->q.capacitor);
+    if (const std::string wound = WoundQNote(losses->q); !wound.empty()) {
+        which += "; ";
+        which += wound;
+    }
+    std::string text = "Tank losses (" + which + ")\n" +
                        Padded("  Efficiency (%):", number(losses->efficiencyPercent)) +
                        Padded("  Loss (dB):", number(losses->lossDb));
     for (const auto& [part, name] : kPartNames)
@@ -113,6 +118,10 @@ void AddLossesJson(JsonWriter& json, const std::optional<TankLosses>& losses) {
     json.BeginObject("losses")
         .Number("coilQ", losses->q.coil)
         .Number("capacitorQ", losses->q.capacitor)
+        .Number("l1Q", losses->q.CoilQ(TankPart::L1))
+        .Bool("l1AsWound", losses->q.wound[0].has_value())
+        .Number("l2Q", losses->q.CoilQ(TankPart::L2))
+        .Bool("l2AsWound", losses->q.wound[1].has_value())
         .Number("efficiencyPercent", losses->efficiencyPercent)
         .Number("lossDb", losses->lossDb)
         .BeginObject("watts");

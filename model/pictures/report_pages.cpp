@@ -133,6 +133,8 @@ void DrawLosses(Surface& page, const TankLosses& losses) {
     column.Line("With coils of unloaded Q " + FormatNumber(static_cast<float>(losses.q.coil)) +
                 "and capacitors of Q " + FormatNumber(static_cast<float>(losses.q.capacitor)) +
                 ":");
+    if (const std::string wound = WoundQNote(losses.q); !wound.empty())
+        column.Line("but with " + wound + ":");
     column.Line("efficiency " + FormatNumber(static_cast<float>(losses.efficiencyPercent)) +
                 "%, loss " + FormatNumber(static_cast<float>(losses.lossDb)) + "dB;");
     column.Line("the network takes in " + FormatNumber(static_cast<float>(losses.inputWatts)) +

@@ -4,11 +4,14 @@
 #include <sys/wait.h>
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 #include <filesystem>
 #include <sstream>
 #include <streambuf>
 
+#include "core/numtext.h"
+#include "model/fixed_text.h"
 #include "support/pdf_reading.h"
 #include "support/temp_folder.h"
 
@@ -52,7 +55,8 @@ const std::string kDesignUsage =
     "                       [--sweep-csv FILE] [--ltspice FILE] [--quarn FILE]\n"
     "                       [--overlay-dir DIR] [--save-session FILE] [--pdf FILE]\n"
     "                       [--spice FILE] [--touchstone FILE] [--losses]\n"
-    "                       [--coil-q Q] [--capacitor-q Q]\n"
+    "                       [--coil-q Q] [--capacitor-q Q] [--l1-winding D,L,G]\n"
+    "                       [--l2-winding D,L,G]\n"
     "  Each T is entry text as typed into the program's field (\"3.6M\", \"2,5k\");\n"
     "  --generator is the generator resistance in ohms. Starting values are the defaults,\n"
     "  or those of the last-session file given with --session.\n"
@@ -63,7 +67,9 @@ const std::string kDesignUsage =
     "  FILE.s1p (input reflection referred to the plate load).\n"
     "  --losses reports the tank's efficiency and each part's dissipation at the RF power,\n"
     "  with coils of unloaded Q 300 and capacitors of Q 2000 unless --coil-q or\n"
-    "  --capacitor-q (which imply --losses) say otherwise.\n";
+    "  --capacitor-q (which imply --losses) say otherwise. --l1-winding and --l2-winding\n"
+    "  (which imply --losses too) wind that coil from its diameter, length and wire gauge\n"
+    "  in inches, as the inductor screen does, and take its own Q at the frequency.\n";
 const std::string kPlateLoadUsage =
     "usage: varo-cli plate-load --swing T --power T [--class A|AB|B|C] [--json]\n"
     "  The plate load for a peak plate swing (volts) and an RF power (watts) in a class of\n"
@@ -181,6 +187,39 @@ TEST(CliCoil, JsonCarriesTheCoilAsBuilt) {
         for (const std::string& text : c.has)
             EXPECT_TRUE(Has(json, text)) << text << "\n" << json;
     }
+}
+
+// The number after "key": in a JSON text.
+double JsonValue(const std::string& json, const std::string& key) {
+    const std::size_t at = json.find("\"" + key + "\": ");
+    return at == std::string::npos ? NAN : std::strtod(json.c_str() + at + key.size() + 4, nullptr);
+}
+
+// A wound coil's own Q stands for the coil Q in the losses: with no L section, L1 wound to
+// 2 x 4 in of 14 gauge gives the efficiency of --coil-q at the Q that coil has by itself
+// (varo-cli coil for the design's L1), and the report names it.
+TEST(CliDesign, AWoundCoilsOwnQStandsForTheCoilQ) {
+    const std::vector<std::string> design{"design",         "--json", "--frequency", "7.15M",
+                                          "--intermediate", "50",     "--load",      "50"};
+    auto wound = design;
+    wound.insert(wound.end(), {"--l1-winding", "2,4,14"});
+    const std::string json = RunCli(wound).out;
+    const double l1 = JsonValue(json, "L1");
+    const std::string coil =
+        RunCli({"coil", "--json", "--inductance", FormatHenry(static_cast<float>(l1)), "--diameter",
+                "2", "--length", "4", "--gauge", "14", "--frequency", "7.15M"})
+            .out;
+    const double q = JsonValue(coil, "q");
+    EXPECT_NEAR(JsonValue(json, "l1Q"), q, 1e-3 * q);
+    EXPECT_TRUE(Has(json, "\"l1AsWound\": true") && Has(json, "\"l2AsWound\": false"));
+    auto plain = design;
+    plain.insert(plain.end(), {"--coil-q", PlainText(JsonValue(json, "l1Q"))});
+    EXPECT_NEAR(JsonValue(RunCli(plain).out, "efficiencyPercent"),
+                JsonValue(json, "efficiencyPercent"), 1e-5);
+    wound.erase(wound.begin() + 1);  // readable
+    EXPECT_TRUE(Has(
+        RunCli(wound).out,
+        "Tank losses (coil Q 300, capacitor Q 2000; L1 as wound, Q " + FixedText(q, 0) + ")\n"));
 }
 
 // A file that cannot be written exits 1 after the program's message, the path and the reason.
