@@ -8,6 +8,7 @@
 #include "screens/loadrange/qt/frm_load_range.h"
 #include "screens/plot/qt/frm_plot.h"
 #include "session/qt/session_location.h"
+#include "tools/inductor/coil_as_built.h"
 #include "tools/inductor/qt/frm_inductor.h"
 #include "tools/loadhelp/qt/frm_load_help.h"
 
@@ -31,8 +32,14 @@ int main(int argc, char** argv) {
                                      context.returnToDesign);
     });
     navigator.Register(varo::Destination::Inductor, [&winding](const varo::ScreenContext& context) {
+        // Each coil wound is the design's to use: its own Q may stand for the coil Q.
+        auto onWound = [&design = context.design](std::int16_t inductor,
+                                                  const varo::CoilState& coil) {
+            design.SetWoundCoil(inductor == 2 ? varo::TankPart::L2 : varo::TankPart::L1,
+                                varo::WoundCoil{varo::WindingOf(coil), coil.targetInductance});
+        };
         return new varo::FrmInductor(context.design.state(), winding, context.dialogs,
-                                     context.returnToDesign);
+                                     context.returnToDesign, onWound);
     });
     navigator.Register(varo::Destination::Bands, [](const varo::ScreenContext& context) {
         return new varo::FrmBands(context.design, context.dialogs, context.returnToDesign);

@@ -1,5 +1,6 @@
 #include "screens/design/qt/frm_design.h"
 
+#include <QCheckBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMetaMethod>
@@ -8,6 +9,7 @@
 #include <QScreen>
 #include <QSettings>
 #include <QShowEvent>
+#include <QSignalBlocker>
 #include <QTimer>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -16,6 +18,7 @@
 #include <cstring>
 
 #include "core/numtext.h"
+#include "model/fixed_text.h"
 #include "model/pictures/design_picture.h"
 #include "model/pictures/report_pages.h"
 #include "platform/qt/screen_helpers.h"
@@ -185,6 +188,15 @@ void FrmDesign::BuildLossEntries() {
         addQEntry("lblCapacitorQ", "Capacitor Q:", "txtCapacitorQ", 1450, 2500, lossQ_.capacitor);
     connect(coilQEntry_, &QLineEdit::editingFinished, this,
             [this] { OnLossQEdited(coilQEntry_, &TankQ::coil, kCoilQKey); });
+    // Once a coil is wound on the inductor screen its own Q may stand for the coil Q.
+    woundQCheck_ = new QCheckBox("Wound coils' Q", background_);
+    woundQCheck_->setObjectName("chkWoundQ");
+    background_->Place(woundQCheck_, LogicalBox(3150, kLossEntriesY, 4700, bottom), 8.25);
+    woundQLabel_ = AddLabel("lblWoundQ", "", LogicalBox(4750, kLossEntriesY, 7600, bottom));
+    connect(woundQCheck_, &QCheckBox::toggled, this, [this](bool use) {
+        design_.UseWoundCoilQ(use);
+        ShowResults();
+    });
     connect(capacitorQEntry_, &QLineEdit::editingFinished, this,
             [this] { OnLossQEdited(capacitorQEntry_, &TankQ::capacitor, kCapacitorQKey); });
 }
@@ -194,7 +206,7 @@ void FrmDesign::SetToolTips() {
         const char* name;
         const char* text;
     };
-    const std::array<Tip, 25> tips = {{
+    const std::array<Tip, 26> tips = {{
         {"txtFrequency", "Operating frequency; k and M suffixes allowed"},
         {"txtPlate", "Plate load resistance the network must present to the tube"},
         {"txtNominalLoad", "Load resistance, usually the antenna feed line"},
@@ -221,6 +233,7 @@ void FrmDesign::SetToolTips() {
         {"cmdHelp", "About VARO"},
         {"cmdExit", "Save the inputs for the next run and quit"},
         {"txtCoilQ", "Unloaded Q of the coils, for the tank losses"},
+        {"chkWoundQ", "Take each wound coil's own Q (from the inductor screen) for the losses"},
     }};
     for (const Tip& tip : tips)
         findChild<QWidget*>(tip.name)->setToolTip(tip.text);
@@ -537,11 +550,29 @@ void FrmDesign::OnLossQEdited(QLineEdit* entry, double TankQ::*which, const char
     ShowResults();
 }
 
+void FrmDesign::ShowWoundCoilQ() {
+    std::string text;
+    const auto q = design_.WoundCoilQ();
+    for (int i = 0; i < 2; ++i) {
+        if (!q[i]) continue;
+        text += text.empty() ? "" : ", ";
+        text += i == 0 ? "L1 Q " : "L2 Q ";
+        text += FixedText(*q[i], 0);
+    }
+    woundQLabel_->setText(FromText(text));
+    woundQCheck_->setEnabled(!text.empty());
+    const QSignalBlocker quiet(woundQCheck_);
+    woundQCheck_->setChecked(design_.usesWoundCoilQ());
+}
+
 void FrmDesign::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);
     // Coming back from another screen shows what the design now holds; a window restored by
     // the desktop changes nothing.
-    if (!event->spontaneous()) LoadScreen();
+    if (!event->spontaneous()) {
+        LoadScreen();
+        ShowWoundCoilQ();
+    }
 }
 
 void FrmDesign::LoadScreen() {

@@ -16,6 +16,7 @@
 #include "platform/surface.h"
 #include "screens/design/design_actions.h"
 
+class QCheckBox;
 class QLabel;
 class QLineEdit;
 class QPushButton;
@@ -63,6 +64,7 @@ class FrmDesign : public QWidget, public DesignForm {
 
   protected:
     void showEvent(QShowEvent* event) override;
+    void ShowWoundCoilQ();
 
   private:
     void BuildControls();
@@ -115,6 +117,8 @@ class FrmDesign : public QWidget, public DesignForm {
     QLabel* phaseLabel_ = nullptr;
     std::map<DesignField, QLineEdit*> entries_;
     QLineEdit* coilQEntry_ = nullptr;
+    QCheckBox* woundQCheck_ = nullptr;
+    QLabel* woundQLabel_ = nullptr;
     QLineEdit* capacitorQEntry_ = nullptr;
     TankQ lossQ_;
     ActionGate actions_{*this};

@@ -83,12 +83,14 @@ enum OptionIndex { kInchesOption, kCentimetresOption, kL2Option, kL1Option };
 }  // namespace
 
 FrmInductor::FrmInductor(const DesignState& state, CoilState& coil, Dialogs& dialogs,
-                         std::function<void()> returnToDesign, QWidget* parent)
+                         std::function<void()> returnToDesign, WoundHandler onWound,
+                         QWidget* parent)
     : QWidget(parent),
       state_(state),
       coil_(coil),
       dialogs_(dialogs),
-      returnToDesign_(std::move(returnToDesign)) {
+      returnToDesign_(std::move(returnToDesign)),
+      onWound_(std::move(onWound)) {
     background_ =
         MountScreen(*this, "frmInductor", FromText(ScreenCaption("Inductor Design screen")),
                     kInductorScreenWidth, kInductorScreenHeight);
@@ -320,6 +322,7 @@ void FrmInductor::Compute() {
     // Taken after the results are shown: the turns are read back from their entry.
     pictured_ = coil_;
     windings_[coil_.inductorChoice - 1] = coil_;
+    if (onWound_) onWound_(coil_.inductorChoice, coil_);
     findChild<QPushButton*>("cmdPrint")->setEnabled(PrintAllowed(windings_, DesignHasLSection()));
     Redraw();
 }

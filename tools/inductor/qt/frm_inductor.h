@@ -32,9 +32,13 @@ class FrmInductor : public QWidget, public CoilForm {
     Q_OBJECT
 
   public:
+    // Told of each coil computed: the inductor (1 = L1, 2 = L2) and its winding.
+    using WoundHandler = std::function<void(std::int16_t inductor, const CoilState& coil)>;
+
     // `coil` holds the winding and the unit choice between openings of the screen.
     FrmInductor(const DesignState& state, CoilState& coil, Dialogs& dialogs,
-                std::function<void()> returnToDesign, QWidget* parent = nullptr);
+                std::function<void()> returnToDesign, WoundHandler onWound = {},
+                QWidget* parent = nullptr);
 
     const Surface& surface() const;
     const WindingSlots& windings() const { return windings_; }
@@ -71,6 +75,7 @@ class FrmInductor : public QWidget, public CoilForm {
     CoilState& coil_;
     Dialogs& dialogs_;
     std::function<void()> returnToDesign_;
+    WoundHandler onWound_;
     SurfaceWidget* background_ = nullptr;
     std::map<CoilField, QLineEdit*> entries_;
     std::map<std::string, QLabel*> labels_;

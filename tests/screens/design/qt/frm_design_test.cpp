@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QCheckBox>
 #include <QCoreApplication>
 #include <QDir>
 #include <QLabel>
@@ -19,6 +20,7 @@
 
 #include "core/fault.h"
 #include "core/numtext.h"
+#include "model/fixed_text.h"
 #include "model/pictures/design_picture.h"
 #include "platform/qt/replay.h"
 #include "screens/design/qt/up_down.h"
@@ -177,6 +179,33 @@ TEST_F(FrmDesignTest, LossQEntriesRecalculateTheLossesAndAreRemembered) {
     FrmDesign next(another, dialogs, session);
     EXPECT_EQ(another.lossQ()->coil, 150);
     QSettings("VARO", "VARO").clear();
+}
+
+// A coil wound for the design's L1 offers its own Q; chosen, the losses take it for L1 only.
+// One wound for another inductance (the design has moved on) offers nothing.
+TEST_F(FrmDesignTest, AWoundCoilsOwnQIsOfferedForTheLosses) {
+    auto* check = form.findChild<QCheckBox*>("chkWoundQ");
+    const Winding winding{0.0508, 0.1016, 13.4, 0.0016};  // 2 x 4 in, 14 gauge
+    const struct {
+        float woundFor;
+        bool offered;
+    } cases[] = {{state.L1, true}, {state.L1 * 1.01f, false}};
+    for (const auto& c : cases) {
+        design.SetWoundCoil(TankPart::L1, WoundCoil{winding, c.woundFor});
+        form.hide();
+        form.show();  // back from the inductor screen
+        EXPECT_EQ(check->isEnabled(), c.offered);
+        const auto q = design.WoundCoilQ();
+        EXPECT_EQ(q[0].has_value(), c.offered);
+        if (!c.offered) continue;
+        EXPECT_EQ(form.findChild<QLabel*>("lblWoundQ")->text().toStdString(),
+                  "L1 Q " + FixedText(*q[0], 0));
+        check->click();
+        EXPECT_EQ(design.results().losses->q.wound[0], q[0]);
+        EXPECT_FALSE(design.results().losses->q.wound[1]);
+        check->click();
+        EXPECT_FALSE(design.results().losses->q.wound[0]);
+    }
 }
 
 // A settings file edited by hand: a Q no part can have is the default, not a lossless tank.
