@@ -115,6 +115,8 @@ TEST(Cli, WholeTextsAndExitStatus) {
         {{"plate-load", "--swing", "1k", "--power", "1", "--class", "D"}, 2, "",
          mistake("unknown class 'D' (use A, AB, B or C)", kPlateLoadUsage)},
         {{"coil", "--diameter", "2"}, 2, "", mistake("--inductance is required", kCoilUsage)},
+        {{"design", "--l1-winding", "2,4,14,1"}, 2, "",
+         mistake("--l1-winding needs DIAMETER,LENGTH,GAUGE in inches, such as 2,4,14", kDesignUsage)},
         {{"coil", "--inductance", "10u", "--frequency", "abc"}, 2, "",
          mistake("--frequency needs a frequency above 0, such as 7.15M", kCoilUsage)},
         {{"plate-load", "--swing", "0.5", "--power", "100"}, 0,
@@ -212,6 +214,7 @@ TEST(CliDesign, AWoundCoilsOwnQStandsForTheCoilQ) {
     const double q = JsonValue(coil, "q");
     EXPECT_NEAR(JsonValue(json, "l1Q"), q, 1e-3 * q);
     EXPECT_TRUE(Has(json, "\"l1AsWound\": true") && Has(json, "\"l2AsWound\": false"));
+    EXPECT_EQ(JsonValue(json, "l2Q"), 300);  // L2 keeps the coil Q
     auto plain = design;
     plain.insert(plain.end(), {"--coil-q", PlainText(JsonValue(json, "l1Q"))});
     EXPECT_NEAR(JsonValue(RunCli(plain).out, "efficiencyPercent"),

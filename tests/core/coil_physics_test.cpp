@@ -132,6 +132,17 @@ TEST(CoilPhysics, TheClassicExampleCoilAt7MHz) {
     EXPECT_EQ(coil->nearResonance, near);
 }
 
+TEST(CoilPhysics, AtLowFrequencyTheWholeWireCarries) {
+    // At 100 Hz the skin (6.6 mm) is deeper than the 0.5 mm wire's radius: its DC resistance,
+    // 1.7241e-8 * 10 * sqrt((pi 0.02)^2 + 0.001^2) / (pi 0.00025^2) = 0.0551782 ohm, times
+    // Medhurst's 1.57 (d/p 0.5, l/D 0.5: halfway between 1.54 and 1.60).
+    const auto coil = AnalyzeCoil({0.02, 0.01, 10, 0.0005}, 100);
+    ASSERT_TRUE(coil && coil->acResistance);
+    const double dc = 1.7241e-8 * 10 * std::hypot(kPi * 0.02, 0.001) / (kPi * 0.00025 * 0.00025);
+    EXPECT_NEAR(*coil->acResistance / dc, 1.57, 1e-9);
+    EXPECT_NEAR(dc, 0.0551782, 1e-7);
+}
+
 TEST(CoilPhysics, FiguresThatNeedWhatIsNotKnownAreAbsent) {
     const Winding twoInches{2 * kInch, 4 * kInch, 22.136, 0};
     const struct {

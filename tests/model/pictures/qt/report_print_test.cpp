@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 #include <memory>
 #include <string>
 #include <utility>
@@ -60,6 +61,16 @@ TEST_F(ReportTest, DesignReportPdfHoldsValuesStressesAndFooterOnOnePage) {
         if (stress.part != StressPart::Note) wanted.push_back(stress.text);
     for (const std::string& part : wanted)
         EXPECT_NE(text.find(part), std::string::npos) << part << " not in " << text;
+}
+
+// The losses say which Q they took: the coil Q, and a coil wound for the design's L1 by its own.
+TEST_F(ReportTest, TheLossesNameTheWoundCoilsQ) {
+    design.SetLossQ(TankQ{});
+    EXPECT_TRUE(Shows("With coils of unloaded Q 300 and capacitors of Q 2k:"));
+    design.SetWoundCoil(TankPart::L1, WoundCoil{{0.0508, 0.1016, 20, 0.0016}, state->L1});
+    design.UseWoundCoilQ(true);
+    const double q = *design.results().losses->q.wound[0];
+    EXPECT_TRUE(Shows("but with L1 as wound, Q " + std::to_string(std::lround(q)) + ":")) << q;
 }
 
 // Once a band plan is made, the report prints it on a second page, read back from the PDF.

@@ -28,7 +28,9 @@ bool Shown(const QWidget& screen, const char* name) {
 
 struct FrmInductorTest : ::testing::Test {
     FrmInductor& Open() {
-        screen = std::make_unique<FrmInductor>(state, coil, dialogs, [this] { ++returns; });
+        screen = std::make_unique<FrmInductor>(
+            state, coil, dialogs, [this] { ++returns; },
+            [this](std::int16_t inductor, const CoilState&) { woundFor.push_back(inductor); });
         screen->show();  // a hidden screen does nothing
         return *screen;
     }
@@ -45,6 +47,7 @@ struct FrmInductorTest : ::testing::Test {
     test::PdfDialogs dialogs;
     testing::TempFolder folder;
     int returns = 0;
+    std::vector<std::int16_t> woundFor;  // each coil handed to the design
     std::unique_ptr<FrmInductor> screen;
 };
 
@@ -83,6 +86,8 @@ TEST_F(FrmInductorTest, WorkedExampleShowsTheWindingAndItsWire) {
     testing::Key(Find<QLineEdit>(form, "txtActualGauge"), Qt::Key_Return);  // Enter computes
 
     EXPECT_TRUE(dialogs.messages().empty());
+    // Each computed coil goes to the design, here L1 twice (without, then with its wire).
+    EXPECT_EQ(woundFor, (std::vector<std::int16_t>{1, 1}));
     const std::pair<const char*, const char*> results[] = {
         {"txtTurns", "  22.136 "},
         {"Label7", "  5.534 "},
