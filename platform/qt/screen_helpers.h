@@ -17,6 +17,7 @@
 #include <QVBoxLayout>
 #include <QWidget>
 #include <functional>
+#include <memory>
 #include <string_view>
 
 #include "platform/qt/action_gate.h"
@@ -175,6 +176,24 @@ class ReturnOnEscape : public QObject {
   private:
     QAbstractButton& returnButton_;
 };
+
+// Runs `chosen` when the option is picked: by a click (also on the option already picked, which
+// picks it again) or by assistive technology, whose only action on an option is Toggle, which
+// checks it without a click. A click on an option not yet picked runs it once, on the toggle.
+inline void OnOptionChosen(QAbstractButton& option, QObject& context,
+                           std::function<void()> chosen) {
+    QObject::connect(&option, &QAbstractButton::toggled, &context, [chosen](bool checked) {
+        if (checked) chosen();
+    });
+    // Checked before the press: the click changes nothing, so no toggle runs it.
+    auto pickedBefore = std::make_shared<bool>(false);
+    QObject::connect(&option, &QAbstractButton::pressed, &context,
+                     [&option, pickedBefore] { *pickedBefore = option.isChecked(); });
+    QObject::connect(&option, &QAbstractButton::clicked, &context, [chosen, pickedBefore] {
+        if (*pickedBefore) chosen();
+        *pickedBefore = false;
+    });
+}
 
 // The Return button at the screen's bottom right: Escape presses it, and a press goes back
 // through the screen's gate, so a hidden or blocked screen stays where it is.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QAccessible>
 #include <QApplication>
 #include <QKeyEvent>
 #include <QLabel>
@@ -42,6 +43,13 @@ inline void Type(const QWidget& screen, const char* entryName, const std::string
 
 inline void Click(const QWidget& screen, const char* name) {
     Find<QAbstractButton>(screen, name)->click();
+}
+
+// What assistive technology does to a control: its first accessible action (Press for a
+// button, Toggle for an option or a check box), not a click.
+inline void ActAccessibly(const QWidget& screen, const char* name) {
+    QAccessibleInterface* control = QAccessible::queryAccessibleInterface(Find(screen, name));
+    control->actionInterface()->doAction(control->actionInterface()->actionNames().first());
 }
 
 // Resizes the screen to each size and expects no shown control over another.

@@ -252,8 +252,7 @@ void FrmInductor::Connect() {
          {kL1Option, [this] { ChooseInductor(1); }},
          {kL2Option, [this] { ChooseInductor(2); }}}};
     for (const auto& [index, choose] : choices) {
-        connect(options_[index], &QRadioButton::clicked, this,
-                [this, choose = choose] { actions_.Run(choose); });
+        OnOptionChosen(*options_[index], *this, [this, choose = choose] { actions_.Run(choose); });
     }
     connect(compute, &QPushButton::clicked, this, [this] { actions_.Run([this] { Compute(); }); });
     connect(findChild<QPushButton*>("cmdPrint"), &QPushButton::clicked, this,

@@ -171,12 +171,10 @@ void FrmLoadHelp::Connect() {
         });
     }
     for (std::size_t i = 0; i < kClassChoices.size(); ++i) {
-        connect(classOptions_[i], &QRadioButton::clicked, this,
-                [this, option = kClassChoices[i].option] {
-                    actions_.Run([this, option] {
-                        OnClassOptionClicked(state_, help_, *this, dialogs_, option);
-                    });
-                });
+        OnOptionChosen(*classOptions_[i], *this, [this, option = kClassChoices[i].option] {
+            actions_.Run(
+                [this, option] { OnClassOptionClicked(state_, help_, *this, dialogs_, option); });
+        });
     }
     connect(accept, &QPushButton::clicked, this, [this] {
         actions_.Run([this] {

@@ -75,6 +75,17 @@ TEST_F(FrmInductorTest, OpensInTheKeptUnitWithNothingToPrint) {
     }
 }
 
+// Assistive technology picks an option with Toggle, which is no click: it chooses all the same.
+TEST_F(FrmInductorTest, AnOptionPickedThroughTheAccessibilityInterfaceChooses) {
+    state.intermediateR = 300;  // an L section: neither inductor is chosen yet
+    FrmInductor& form = Open();
+    testing::ActAccessibly(form, "Option3");
+    EXPECT_EQ(coil.inductorChoice, 2);
+    EXPECT_EQ(coil.targetInductance, state.L2);
+    testing::ActAccessibly(form, "Option2");
+    EXPECT_EQ(coil.unitSystem, kCentimetres);
+}
+
 TEST_F(FrmInductorTest, WorkedExampleShowsTheWindingAndItsWire) {
     state.frequency = 7.15e6f;
     FrmInductor& form = Open();
