@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "core/numtext.h"
+#include "model/fixed_text.h"
 #include "model/pictures/response_plot.h"
 #include "model/pictures/schematic.h"
 #include "model/pictures/small_plot.h"
@@ -33,6 +34,7 @@ constexpr float kValuesNameX = 250;
 constexpr float kValuesValueX = 700;
 constexpr float kValuesReactanceX = 1650;
 constexpr float kValuesLossX = 2750;
+constexpr float kValuesWoundQX = 3550;  // a wound coil's own Q, when the losses take it
 constexpr float kLossSummaryY = kValuesFirstRowY + 5 * kValuesRowStep + 20;
 
 // What the stresses need, under the total phase.
@@ -71,6 +73,13 @@ std::string LossFigure(double value, const char* unit) {
     return WithUnit(static_cast<float>(value), unit);
 }
 
+// "Q 590" beside a coil whose own Q, as wound, the losses took.
+void DrawWoundQ(Surface& surface, const std::optional<TankLosses>& losses, TankPart part, float y) {
+    if (!losses || (part != TankPart::L1 && part != TankPart::L2)) return;
+    const auto& wound = losses->q.wound[part == TankPart::L2 ? 1 : 0];
+    if (wound) surface.Text(kValuesWoundQX, y, "Q " + FixedText(*wound, 0));
+}
+
 void DrawComponentTable(Surface& surface, const DesignResults& results) {
     const ComponentValues& parts = results.components;
     // Without an L section its rows stand blank.
@@ -96,6 +105,7 @@ void DrawComponentTable(Surface& surface, const DesignResults& results) {
             surface.Text(kValuesReactanceX, y, WithUnit(row.reactance, "ohms"));
             if (results.losses)
                 surface.Text(kValuesLossX, y, LossFigure(results.losses->Watts(row.part), "W"));
+            DrawWoundQ(surface, results.losses, row.part, y);
         }
         y += kValuesRowStep;
     }

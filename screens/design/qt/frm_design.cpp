@@ -192,7 +192,6 @@ void FrmDesign::BuildLossEntries() {
     woundQCheck_ = new QCheckBox("Wound coils' Q", background_);
     woundQCheck_->setObjectName("chkWoundQ");
     background_->Place(woundQCheck_, LogicalBox(3150, kLossEntriesY, 4700, bottom), 8.25);
-    woundQLabel_ = AddLabel("lblWoundQ", "", LogicalBox(4750, kLossEntriesY, 7600, bottom));
     connect(woundQCheck_, &QCheckBox::toggled, this, [this](bool use) {
         design_.UseWoundCoilQ(use);
         ShowResults();
@@ -551,16 +550,8 @@ void FrmDesign::OnLossQEdited(QLineEdit* entry, double TankQ::*which, const char
 }
 
 void FrmDesign::ShowWoundCoilQ() {
-    std::string text;
     const auto q = design_.WoundCoilQ();
-    for (int i = 0; i < 2; ++i) {
-        if (!q[i]) continue;
-        text += text.empty() ? "" : ", ";
-        text += i == 0 ? "L1 Q " : "L2 Q ";
-        text += FixedText(*q[i], 0);
-    }
-    woundQLabel_->setText(FromText(text));
-    woundQCheck_->setEnabled(!text.empty());
+    woundQCheck_->setEnabled(q[0].has_value() || q[1].has_value());
     const QSignalBlocker quiet(woundQCheck_);
     woundQCheck_->setChecked(design_.usesWoundCoilQ());
 }

@@ -118,7 +118,6 @@ class FrmDesign : public QWidget, public DesignForm {
     std::map<DesignField, QLineEdit*> entries_;
     QLineEdit* coilQEntry_ = nullptr;
     QCheckBox* woundQCheck_ = nullptr;
-    QLabel* woundQLabel_ = nullptr;
     QLineEdit* capacitorQEntry_ = nullptr;
     TankQ lossQ_;
     ActionGate actions_{*this};

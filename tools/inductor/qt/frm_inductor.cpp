@@ -208,7 +208,6 @@ void FrmInductor::BuildAsBuiltRows() {
         AddLabel(row.captionLabel, row.caption, captionBox);
         QLabel* value = AddLabel(row.valueLabel, "", valueBox);
         value->setAutoFillBackground(true);
-        value->setAccessibleName(QString(row.caption).chopped(1));
     }
     const float noteTop = AsBuiltRowTop(kAsBuiltRowsPerColumn);
     QLabel* note =
