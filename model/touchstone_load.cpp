@@ -328,18 +328,6 @@ class OnePortReader {
     std::string_view previousFrequencyWord_;
 };
 
-// At most one byte past `limit`: enough to tell a file that is too large.
-std::string ReadUpTo(InputFile& file, std::size_t limit) {
-    std::string text;
-    std::array<char, 16 * 1024> buffer{};
-    while (text.size() <= limit) {
-        const std::size_t count = file.Read(buffer.data(), buffer.size());
-        if (count == 0) break;
-        text.append(buffer.data(), count);
-    }
-    return text;
-}
-
 }  // namespace
 
 OnePortLoad ParseOnePortTouchstone(std::string_view text) {
@@ -362,7 +350,7 @@ OnePortLoad ParseOnePortTouchstone(std::string_view text) {
 
 OnePortLoad ReadOnePortTouchstone(const std::string& path) {
     InputFile file(path);
-    return ParseOnePortTouchstone(ReadUpTo(file, kMaxLoadFileBytes));
+    return ParseOnePortTouchstone(ReadAtMost(file, kMaxLoadFileBytes));
 }
 
 }  // namespace varo

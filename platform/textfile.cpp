@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <cstring>
 
@@ -89,6 +90,17 @@ bool TextFileReader::ReadLine(std::string& line) {
     position_ = end + 1;
     if (text_[end] == '\r' && position_ < text_.size() && text_[position_] == '\n') ++position_;
     return true;
+}
+
+std::string ReadAtMost(InputFile& file, std::size_t limit) {
+    std::string text;
+    std::array<char, 16 * 1024> buffer{};
+    while (text.size() <= limit) {
+        const std::size_t count = file.Read(buffer.data(), buffer.size());
+        if (count == 0) break;
+        text.append(buffer.data(), count);
+    }
+    return text;
 }
 
 }  // namespace varo

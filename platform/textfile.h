@@ -62,6 +62,10 @@ class InputFile {
     int fd_ = -1;
 };
 
+// What the file holds, but no more than one byte past `limit`: enough to tell a file that is
+// too large without reading it all. Throws FileError.
+std::string ReadAtMost(InputFile& file, std::size_t limit);
+
 // A text file read whole on opening, at most `maxBytes` of it, and then taken line by line. A
 // line ends at CR LF, and also at a lone LF or a lone CR, so files edited on any system read
 // alike. The file itself is closed before the constructor returns. Throws FileError.
