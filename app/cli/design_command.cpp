@@ -21,8 +21,8 @@ namespace {
 
 OptionSpec DesignOptions() {
     OptionSpec options{kDesignEntryOptions, {"--json", "--help"}};
-    options.valued.insert(
-        {"--sweep-csv", "--ltspice", "--quarn", "--overlay-dir", "--save-session", "--pdf"});
+    options.valued.insert({"--sweep-csv", "--ltspice", "--quarn", "--overlay-dir", "--save-session",
+                           "--pdf", "--open", "--save"});
     return options;
 }
 
@@ -78,10 +78,13 @@ const std::set<std::string> kDesignEntryOptions{"--frequency", "--plate",     "-
                                                 "--load",      "--q",         "--swing",
                                                 "--power",     "--generator", "--session"};
 
-void EnterDesign(Design& design, DesignFields& form, CliDialogs& dialogs, DesignReporter& reporter,
+bool EnterDesign(Design& design, DesignFields& form, CliDialogs& dialogs, DesignReporter& reporter,
                  const Arguments& args) {
-    // With no file to read, the last-session reader leaves the start-up defaults.
+    // With no file to read, the last-session reader leaves the start-up defaults; a design file
+    // then gives its own inputs and settings, and the options change them as typed entries do.
     ReadLastSession(design.state(), args.Value("--session").value_or(""));
+    if (auto path = args.Value("--open"); path && !OpenDesignFile(design, *path, dialogs))
+        return false;
     TakeSwingAndPower(design.state(), args.Value("--swing"), args.Value("--power"), dialogs);
     design.Load(form, reporter);
     for (const auto& [option, field] : kFieldOptions)
@@ -91,6 +94,7 @@ void EnterDesign(Design& design, DesignFields& form, CliDialogs& dialogs, Design
         form.SetText(DesignField::GeneratorOhms, *text);
         design.GeneratorResistanceEntered(form, dialogs, reporter);
     }
+    return true;
 }
 
 const char* const kDesignUsage =
@@ -100,10 +104,11 @@ const char* const kDesignUsage =
     "                       [--overlay-dir DIR] [--save-session FILE] [--pdf FILE]\n"
     "                       [--spice FILE] [--touchstone FILE] [--losses]\n"
     "                       [--coil-q Q] [--capacitor-q Q] [--l1-winding D,L,G]\n"
-    "                       [--l2-winding D,L,G]\n"
+    "                       [--l2-winding D,L,G] [--open FILE.varo] [--save FILE.varo]\n"
     "  Each T is entry text as typed into the program's field (\"3.6M\", \"2,5k\");\n"
     "  --generator is the generator resistance in ohms. Starting values are the defaults,\n"
-    "  or those of the last-session file given with --session.\n"
+    "  or those of the last-session file given with --session, then those of the design\n"
+    "  file given with --open; --save keeps the design as it ends in a design file.\n"
     "  --pdf writes the printed design report as a one-page PDF (A4, or Letter where the\n"
     "  locale measures in inches), without a screen.\n"
     "  --spice writes a SPICE netlist (.cir) that ngspice and LTspice run as it stands;\n"
@@ -123,11 +128,12 @@ int RunDesign(const std::vector<std::string>& words, std::ostream& out, std::ost
     }
     const DesignExtras extras = ReadDesignExtras(args);
     Design design;
-    design.SetLossQ(extras.lossQ);
     DesignFields form;
     CliDialogs dialogs(err);
     DesignReporter reporter(dialogs, form);
-    EnterDesign(design, form, dialogs, reporter, args);
+    if (!EnterDesign(design, form, dialogs, reporter, args)) return 1;
+    // The losses asked for here stand; without a design file none are asked otherwise.
+    if (extras.lossQ || !args.Value("--open")) design.SetLossQ(extras.lossQ);
     WindRequestedCoils(extras, design, dialogs);
 
     // The file actions may validate and recompute, as their buttons do; the report describes
@@ -140,6 +146,7 @@ int RunDesign(const std::vector<std::string>& words, std::ostream& out, std::ost
         dialogs.AnswerNextSave(*path);
         written &= PrintDesignReport(design.state(), design.results(), dialogs);
     }
+    if (auto path = args.Value("--save")) written &= SaveDesignFileAs(design, *path, dialogs);
     const DesignOutcome outcome{&design.state(), design.results(), dialogs.messages()};
     out << (args.Flag("--json") ? DesignJson(outcome) : DesignReportText(outcome));
     return written ? 0 : 1;

@@ -17,9 +17,11 @@ extern const std::set<std::string> kDesignEntryOptions;
 // The design screen's entries, held as texts.
 using DesignFields = TextFields<DesignForm>;
 
-// What the design screen runs when it opens, then the options typed into its entries, Accept
-// and the generator entry: the design the options describe, its messages on `dialogs`.
-void EnterDesign(Design& design, DesignFields& form, CliDialogs& dialogs, DesignReporter& reporter,
+// What the design screen runs when it opens (with the design file of --open, where the command
+// takes one), then the options typed into its entries, Accept and the generator entry: the design
+// the options describe, its messages on `dialogs`. False when the design file could not be taken
+// (reported).
+bool EnterDesign(Design& design, DesignFields& form, CliDialogs& dialogs, DesignReporter& reporter,
                  const Arguments& args);
 
 }  // namespace varo::cli

@@ -3,7 +3,9 @@
 #include "export/ltspice.h"
 #include "export/quarn.h"
 #include "export/spice_netlist.h"
+#include "model/design_file.h"
 #include "model/pictures/report_pages.h"
+#include "platform/textfile.h"
 #include "session/last_session.h"
 
 namespace varo {
@@ -47,6 +49,34 @@ bool SaveSessionOnExit(Design& design, DesignForm& form, Dialogs& dialogs, Repor
                        const DesignSession& session) {
     design.ValidateAndRecompute(form, dialogs, reporter);
     return WriteLastSession(design.state(), session.sessionFilePath, dialogs);
+}
+
+bool OpenDesignFile(Design& design, const std::string& path, Dialogs& dialogs) {
+    try {
+        ApplyDesignFile(ReadDesignFile(path), design);
+        return true;
+    } catch (const DesignFileError& error) {
+        dialogs.ShowFailure(error.what(), path);
+    } catch (const FileError& error) {
+        dialogs.ShowFailure("The design file could not be read.", error.what());
+    }
+    return false;
+}
+
+bool SaveDesignFileAs(const Design& design, const std::string& path, Dialogs& dialogs) {
+    if (const auto failure = SaveFailure(path, [&] { SaveDesignFile(design, path); })) {
+        dialogs.ShowFailure("The design file was not written.", *failure);
+        return false;
+    }
+    return true;
+}
+
+SaveDialogRequest DesignFileSaveRequest(const std::string& proposedName) {
+    return {"Save the design", "VARO design (*.varo)|*.varo", 1, proposedName, true};
+}
+
+OpenDialogRequest DesignFileOpenRequest() {
+    return {"Open a design", "VARO design (*.varo)|*.varo"};
 }
 
 bool PrintDesign(Design& design, DesignForm& form, Dialogs& dialogs, Reporter& reporter) {

@@ -17,6 +17,7 @@ struct DesignSession {
     std::string spiceFilePath;     // last LTspice file chosen
     std::string netlistFilePath;   // last SPICE netlist chosen
     std::string sessionFilePath;   // the last-session file, found at start-up
+    std::string designFilePath;    // the design file open now; empty for none
 };
 
 // How a file action ended: a cancelled dialog stops it quietly, before anything is read in.
@@ -39,6 +40,18 @@ FileOutcome ExportQuarn(Design& design, DesignForm& form, Dialogs& dialogs, Repo
 // by then; the caller ends the program either way. Returns true when the file was written.
 bool SaveSessionOnExit(Design& design, DesignForm& form, Dialogs& dialogs, Reporter& reporter,
                        const DesignSession& session);
+
+// Opens a design file into the design (the caller shows it again: Design::Load). A file that
+// cannot be read or taken is reported and changes nothing. Returns true when the design was
+// taken.
+bool OpenDesignFile(Design& design, const std::string& path, Dialogs& dialogs);
+
+// Saves the design as it stands into a design file, whole or not at all; a failure is reported.
+bool SaveDesignFileAs(const Design& design, const std::string& path, Dialogs& dialogs);
+
+// The dialogs' requests for design files.
+SaveDialogRequest DesignFileSaveRequest(const std::string& proposedName);
+OpenDialogRequest DesignFileOpenRequest();
 
 // `cmdPrint`: validates and recomputes, then prints the report of the results that settled.
 // Returns true when the page went out.

@@ -56,10 +56,11 @@ const std::string kDesignUsage =
     "                       [--overlay-dir DIR] [--save-session FILE] [--pdf FILE]\n"
     "                       [--spice FILE] [--touchstone FILE] [--losses]\n"
     "                       [--coil-q Q] [--capacitor-q Q] [--l1-winding D,L,G]\n"
-    "                       [--l2-winding D,L,G]\n"
+    "                       [--l2-winding D,L,G] [--open FILE.varo] [--save FILE.varo]\n"
     "  Each T is entry text as typed into the program's field (\"3.6M\", \"2,5k\");\n"
     "  --generator is the generator resistance in ohms. Starting values are the defaults,\n"
-    "  or those of the last-session file given with --session.\n"
+    "  or those of the last-session file given with --session, then those of the design\n"
+    "  file given with --open; --save keeps the design as it ends in a design file.\n"
     "  --pdf writes the printed design report as a one-page PDF (A4, or Letter where the\n"
     "  locale measures in inches), without a screen.\n"
     "  --spice writes a SPICE netlist (.cir) that ngspice and LTspice run as it stands;\n"
@@ -241,6 +242,14 @@ TEST(Cli, AFailedFileExitsOne) {
         {{"--sweep-csv", folder.File("ro.csv")},
          "We could not export the sweep\n" + folder.File("ro.csv") + ": Permission denied\n"},
         {{"--pdf", folder.File("ro.csv")}, folder.File("ro.csv") + ": Permission denied\n"},
+        {{"--save", folder.File("ro.csv")},
+         "The design file was not written.\n" + folder.File("ro.csv") + ": Permission denied\n"},
+        {{"--open", folder.File("missing.varo")},
+         "The design file could not be read.\n" + folder.File("missing.varo") +
+             ": No such file or directory\n"},
+        {{"--open", folder.File("ro.csv")},
+         "The design file is damaged: parse error at line 1, column 1: syntax error while "
+         "parsing value - invalid literal; last read: 'k'\n"},
     };
     WriteBytes(folder.File("ro.csv"), "kept");
     std::filesystem::permissions(folder.File("ro.csv"), std::filesystem::perms{0444});
@@ -252,6 +261,21 @@ TEST(Cli, AFailedFileExitsOne) {
         EXPECT_TRUE(Has(c.words[0] == "--json" ? outcome.out : outcome.err, c.text))
             << outcome.out << outcome.err;
     }
+}
+
+// A design saved by one run is the next run's design: inputs, losses and wound coils alike.
+TEST(CliDesign, ADesignFileCarriesTheDesignToTheNextRun) {
+    TempFolder folder;
+    const std::string file = folder.File("amp.varo");
+    const Outcome saved =
+        RunCli({"design", "--frequency", "7.15M", "--plate", "2.2k", "--power", "1500", "--swing",
+                "2800", "--l1-winding", "2,4,14", "--save", file});
+    ASSERT_EQ(saved.status, 0) << saved.err;
+    const Outcome opened = RunCli({"design", "--open", file});
+    EXPECT_EQ(opened.status, 0) << opened.err;
+    EXPECT_EQ(opened.out, saved.out);
+    // An option changes the opened design as a typed entry would.
+    EXPECT_TRUE(Has(RunCli({"design", "--json", "--open", file, "--q", "15"}).out, "\"piQ\": 15,"));
 }
 
 // Standard output on a full disk: every write fails.
