@@ -61,6 +61,14 @@ std::optional<std::string> ScriptedDialogs::AskOpenFileName(const OpenDialogRequ
     return NextAnswer(openAnswers_);
 }
 
+KeepChanges ScriptedDialogs::AskKeepChanges(std::string_view text) {
+    events_.push_back(MakeEvent(Event::Kind::KeepChanges, text));
+    if (keepAnswers_.empty()) return KeepChanges::Cancel;
+    const KeepChanges answer = keepAnswers_.front();
+    keepAnswers_.pop_front();
+    return answer;
+}
+
 PrintOutcome ScriptedDialogs::Print(const PrintDocument& document) {
     Event event = MakeEvent(Event::Kind::Print, document.name);
     event.document = document;

@@ -29,6 +29,9 @@ struct OpenDialogRequest {
     bool operator==(const OpenDialogRequest&) const = default;
 };
 
+// The answers to "keep the changes?" before unsaved work would be left.
+enum class KeepChanges { Save, Discard, Cancel };
+
 // Every message box, beep and file dialog goes through this, so tests can answer them.
 class Dialogs {
   public:
@@ -58,6 +61,9 @@ class Dialogs {
     virtual PrintOutcome Print(const PrintDocument& /*document*/) {
         return {PrintOutcome::Status::Failed, "No printer is available here."};
     }
+    // Save, Discard or Cancel, asked before unsaved work is left. Without an override nobody
+    // is there to ask, and nothing is left: Cancel.
+    virtual KeepChanges AskKeepChanges(std::string_view /*text*/) { return KeepChanges::Cancel; }
 };
 
 // Test double: records every message, beep and dialog in order, and answers save and open dialogs
@@ -65,7 +71,8 @@ class Dialogs {
 class ScriptedDialogs : public Dialogs {
   public:
     struct Event {
-        enum class Kind { Message, Beep, SaveDialog, OpenDialog, Print } kind = Kind::Message;
+        enum class Kind { Message, Beep, SaveDialog, OpenDialog, Print, KeepChanges };
+        Kind kind = Kind::Message;
         std::string text;   // message text, or the dialog's title
         std::string title;  // message title as shown (kProgramTitle when none was given)
         MessageIcon icon = MessageIcon::None;
@@ -86,7 +93,11 @@ class ScriptedDialogs : public Dialogs {
     // Answered from its own queue; an empty queue answers "cancelled".
     PrintOutcome Print(const PrintDocument& document) override;
 
+    // Answered from its own queue; an empty queue answers Cancel.
+    KeepChanges AskKeepChanges(std::string_view text) override;
+
     void AnswerNextPrint(PrintOutcome outcome) { printAnswers_.push_back(std::move(outcome)); }
+    void AnswerNextKeepChanges(KeepChanges answer) { keepAnswers_.push_back(answer); }
     void AnswerNextSave(std::optional<std::string> path) {
         saveAnswers_.push_back(std::move(path));
     }
@@ -104,6 +115,7 @@ class ScriptedDialogs : public Dialogs {
     std::deque<std::optional<std::string>> saveAnswers_;
     std::deque<std::optional<std::string>> openAnswers_;
     std::deque<PrintOutcome> printAnswers_;
+    std::deque<KeepChanges> keepAnswers_;
 };
 
 // Routes the engine's reports to the dialogs, and its "close all open files" to a callback.

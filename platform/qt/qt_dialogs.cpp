@@ -94,6 +94,27 @@ void QtDialogs::ShowBox(std::string_view text, std::string_view detail, std::str
     box.Exec();
 }
 
+KeepChanges QtDialogs::AskKeepChanges(std::string_view text) {
+    GuardedDialog<QMessageBox> box(
+        QMessageBox::Question, FromText(kProgramTitle), WithLineFeeds(text),
+        QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, parent_.data());
+    box->setTextFormat(Qt::PlainText);
+    box->setDefaultButton(QMessageBox::Save);
+    box->setEscapeButton(QMessageBox::Cancel);
+    WidenToLongestLine(*box.get());
+    // A dialog whose parent went away answers Cancel: nothing is left unasked.
+    box.Exec();
+    if (box.get() == nullptr) return KeepChanges::Cancel;
+    switch (box->standardButton(box->clickedButton())) {
+        case QMessageBox::Save:
+            return KeepChanges::Save;
+        case QMessageBox::Discard:
+            return KeepChanges::Discard;
+        default:
+            return KeepChanges::Cancel;
+    }
+}
+
 void QtDialogs::Beep() {
     QApplication::beep();
 }

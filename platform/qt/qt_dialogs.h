@@ -32,6 +32,7 @@ class QtDialogs : public Dialogs {
     std::optional<std::string> AskSaveFileName(const SaveDialogRequest& request) override;
     // The same dialog in its open form: only an existing file is taken.
     std::optional<std::string> AskOpenFileName(const OpenDialogRequest& request) override;
+    KeepChanges AskKeepChanges(std::string_view text) override;
     // A print preview with Qt's print dialog behind its Print button and a "Save as PDF" action
     // (qt_print.cpp).
     PrintOutcome Print(const PrintDocument& document) override;

@@ -120,6 +120,7 @@ FrmDesign::FrmDesign(Design& design, Dialogs& dialogs, DesignSession& session, Q
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(background_);
+    BuildFileMenu();
     BuildControls();
     ConnectEntries();
     ConnectCommands();
@@ -195,6 +196,7 @@ void FrmDesign::BuildLossEntries() {
     connect(woundQCheck_, &QCheckBox::toggled, this, [this](bool use) {
         design_.UseWoundCoilQ(use);
         ShowResults();
+        ShowTitle();
     });
     connect(capacitorQEntry_, &QLineEdit::editingFinished, this,
             [this] { OnLossQEdited(capacitorQEntry_, &TankQ::capacitor, kCapacitorQKey); });
@@ -394,6 +396,7 @@ void FrmDesign::RunAction(const std::function<bool()>& action) {
         if (action()) SetPending(false);
         ShowResults();
         ShowSpinnerPositions();
+        ShowTitle();
     });
 }
 
@@ -496,7 +499,9 @@ void FrmDesign::ConnectCommands() {
             [this] { ExportSpiceNetlist(design_, dialogs_, reporter_, session_); });
     onClick("cmdHelp", false, [this] { ShowAbout(); });
     onClick("cmdExit", true, [this] {
+        if (!MayLeaveDesign()) return;
         SaveSessionOnExit(design_, *this, dialogs_, reporter_, session_);
+        exiting_ = true;
         emit requestExit();
     });
 }
@@ -522,6 +527,7 @@ void FrmDesign::ShowAbout() {
 
 void FrmDesign::SetPending(bool pending) {
     pending_ = pending;
+    ShowTitle();
     auto* accept = findChild<QPushButton*>("cmdDesign");
     QFont font = accept->font();
     font.setBold(pending);
@@ -547,6 +553,12 @@ void FrmDesign::OnLossQEdited(QLineEdit* entry, double TankQ::*which, const char
     entry->setText(FromText(PlainText(lossQ_.*which)).trimmed());
     design_.SetLossQ(lossQ_);
     ShowResults();
+    ShowTitle();
+}
+
+void FrmDesign::ShowLossQ() {
+    coilQEntry_->setText(FromText(PlainText(lossQ_.coil)).trimmed());
+    capacitorQEntry_->setText(FromText(PlainText(lossQ_.capacitor)).trimmed());
 }
 
 void FrmDesign::ShowWoundCoilQ() {
@@ -563,6 +575,7 @@ void FrmDesign::showEvent(QShowEvent* event) {
     if (!event->spontaneous()) {
         LoadScreen();
         ShowWoundCoilQ();
+        ShowTitle();
     }
 }
 

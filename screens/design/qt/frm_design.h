@@ -17,8 +17,10 @@
 #include "screens/design/design_actions.h"
 
 class QCheckBox;
+class QCloseEvent;
 class QLabel;
 class QLineEdit;
+class QMenu;
 class QPushButton;
 class QShowEvent;
 
@@ -64,6 +66,8 @@ class FrmDesign : public QWidget, public DesignForm {
 
   protected:
     void showEvent(QShowEvent* event) override;
+    // The desktop's close is Exit: the same handler runs, and the window goes once it has.
+    void closeEvent(QCloseEvent* event) override;
     void ShowWoundCoilQ();
 
   private:
@@ -105,6 +109,22 @@ class FrmDesign : public QWidget, public DesignForm {
     void OnLossQEdited(QLineEdit* entry, double TankQ::*which, const char* settingsKey);
     void ShowAbout();
 
+    // Design files: the File menu, its actions, and the title that names the open design.
+    void BuildFileMenu();
+    bool OpenDesign();
+    bool OpenDesignAt(const std::string& path);
+    bool SaveDesign();
+    bool SaveDesignAs();
+    // Before unsaved work of a named design would be left: Save, Discard or Cancel. False for
+    // Cancel (or a save that failed): stay.
+    bool MayLeaveDesign();
+    bool HasUnsavedChanges() const;
+    void TakeDesignFile(const std::string& path);
+    void RememberRecentDesign(const std::string& path);
+    void FillRecentMenu();
+    void ShowTitle();
+    void ShowLossQ();
+
     QLineEdit* Entry(DesignField field) const { return entries_.at(field); }
 
     Design& design_;
@@ -120,6 +140,9 @@ class FrmDesign : public QWidget, public DesignForm {
     QCheckBox* woundQCheck_ = nullptr;
     QLineEdit* capacitorQEntry_ = nullptr;
     TankQ lossQ_;
+    QMenu* recentMenu_ = nullptr;
+    std::string savedDesignText_;  // the open design file as saved or opened
+    bool exiting_ = false;         // Exit has run: the window may close
     ActionGate actions_{*this};
     bool pending_ = false;
 };

@@ -2,9 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <QAction>
 #include <QCheckBox>
 #include <QCoreApplication>
 #include <QDir>
+#include <QFileInfo>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -20,11 +22,14 @@
 
 #include "core/fault.h"
 #include "core/numtext.h"
+#include "model/design_file.h"
 #include "model/fixed_text.h"
 #include "model/pictures/design_picture.h"
 #include "platform/qt/replay.h"
 #include "screens/design/qt/up_down.h"
 #include "session/last_session.h"
+#include "session/program_text.h"
+#include "support/temp_folder.h"
 #include "tools/screen_driving.h"
 
 namespace varo {
@@ -208,6 +213,75 @@ TEST_F(FrmDesignTest, AWoundCoilsOwnQIsOfferedForTheLosses) {
         check->click();
         EXPECT_FALSE(design.results().losses->q.wound[0]);
     }
+}
+
+// A design kept under a name: Save As writes it and names it in the title, a change marks the
+// title, Save clears the mark; Open takes a file's inputs and Q back and remembers it.
+TEST_F(FrmDesignTest, DesignFilesAreSavedOpenedAndNamedInTheTitle) {
+    const auto path = [&](const char* name) {
+        return QDir(folder.path()).filePath(name).toStdString();
+    };
+    const auto trigger = [&](const char* name) { form.findChild<QAction*>(name)->trigger(); };
+    const auto title = [&] { return form.windowTitle().toStdString(); };
+    dialogs.AnswerNextSave(path("amp.varo"));
+    trigger("mnuSaveAs");
+    EXPECT_EQ(title(), ScreenCaption("Design screen") + " - amp.varo");
+    EXPECT_EQ(ReadDesignFile(path("amp.varo")).inputs.piQ, 12.0f);
+    Button("cmdQplus")->click();
+    EXPECT_EQ(title(), ScreenCaption("Design screen") + " - amp.varo *");
+    trigger("mnuSave");
+    EXPECT_EQ(title(), ScreenCaption("Design screen") + " - amp.varo");
+    EXPECT_EQ(ReadDesignFile(path("amp.varo")).inputs.piQ, 12.12f);
+
+    Button("cmdQplus")->click();
+    auto* coil = Entry("txtCoilQ");
+    coil->setText("150");
+    emit coil->editingFinished();
+    dialogs.AnswerNextKeepChanges(KeepChanges::Discard);
+    dialogs.AnswerNextOpen(path("amp.varo"));
+    trigger("mnuOpen");
+    EXPECT_EQ(state.piQ, 12.12f);
+    EXPECT_EQ(Entry("txtQ")->text(), "12.12");
+    EXPECT_EQ(coil->text(), "300");  // the file's coil Q
+    EXPECT_EQ(title(), ScreenCaption("Design screen") + " - amp.varo");
+    EXPECT_EQ(QSettings("VARO", "VARO").value("designFiles/recent").toStringList(),
+              QStringList{QString::fromStdString(path("amp.varo"))});
+
+    // A file this version cannot take is named and changes nothing.
+    testing::WriteBytes(path("new.varo"), "{\"format\": \"VARO design\", \"version\": 9}");
+    dialogs.clear();
+    dialogs.AnswerNextOpen(path("new.varo"));
+    trigger("mnuOpen");
+    EXPECT_EQ(dialogs.messages(),
+              std::vector<std::string>{"This design file was written by a newer VARO (format "
+                                       "version 9); this VARO reads format version 1."});
+    EXPECT_EQ(title(), ScreenCaption("Design screen") + " - amp.varo");
+    QSettings("VARO", "VARO").clear();
+}
+
+// Closing the window is Exit: the last-session file is written and the program asked to end;
+// unsaved work of a named design is asked about first, and Cancel keeps the screen.
+TEST_F(FrmDesignTest, ClosingTheWindowIsExit) {
+    int exits = 0;
+    QObject::connect(&form, &FrmDesign::requestExit, [&] { ++exits; });
+    const std::string designPath = QDir(folder.path()).filePath("amp.varo").toStdString();
+    dialogs.AnswerNextSave(designPath);
+    form.findChild<QAction*>("mnuSaveAs")->trigger();
+    Button("cmdQplus")->click();
+    const struct {
+        KeepChanges answer;
+        int exits;
+        float savedQ;
+    } cases[] = {{KeepChanges::Cancel, 0, 12.0f}, {KeepChanges::Save, 1, 12.12f}};
+    for (const auto& c : cases) {
+        dialogs.AnswerNextKeepChanges(c.answer);
+        EXPECT_FALSE(form.close());
+        EXPECT_EQ(exits, c.exits);
+        EXPECT_EQ(ReadDesignFile(designPath).inputs.piQ, c.savedQ);
+    }
+    EXPECT_TRUE(QFileInfo::exists(QString::fromStdString(session.sessionFilePath)));
+    EXPECT_TRUE(form.close());  // the navigator closes the window once Exit has run
+    QSettings("VARO", "VARO").clear();
 }
 
 // A settings file edited by hand: a Q no part can have is the default, not a lossless tank.
