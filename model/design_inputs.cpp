@@ -23,7 +23,7 @@ constexpr EntryLimit kLoadLimit{
     DesignField::NominalLoad, 0.1f, ".1",
     "Minimum output load has been changed to minimum-allowed value of .1 ohms"};
 constexpr EntryLimit kPlateLimit{
-    DesignField::Plate, 0.1f, ".1",
+    DesignField::Plate, kLeastPlateLoad, ".1",
     "The minimum input termination is .1 ohm and has been changed to that value"};
 constexpr EntryLimit kFrequencyLimit{
     DesignField::Frequency, 10000.0f, "10k",

@@ -6,6 +6,9 @@
 
 namespace varo {
 
+// The least plate load the design screen takes (ohms); a smaller entry is raised to it.
+inline constexpr float kLeastPlateLoad = 0.1f;
+
 // The smallest pi-section Q an entry or a step may leave.
 inline constexpr float kMinimumQ = 1.001f;
 

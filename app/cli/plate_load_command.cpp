@@ -50,6 +50,8 @@ int RunPlateLoad(const std::vector<std::string>& words, std::ostream& out, std::
             << "RF power, RMS watts: " << form.Text(LoadHelpField::Power) << "\n"
             << "Class factor K: " << PlainText(help.classFactor) << "\n"
             << form.Text(LoadHelpField::NewLoad) << "\n";
+        if (const std::string note = form.Text(LoadHelpField::LimitNote); !note.empty())
+            out << note << "\n";
         return 0;
     }
     JsonWriter json;

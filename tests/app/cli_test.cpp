@@ -122,7 +122,9 @@ TEST(Cli, WholeTextsAndExitStatus) {
          mistake("--frequency needs a frequency above 0, such as 7.15M", kCoilUsage)},
         {{"plate-load", "--swing", "0.5", "--power", "100"}, 0,
          "Peak plate swing, volts: 1 \nRF power, RMS watts: 100 \nClass factor K: 2\n"
-         "New plate load: 0.005  ohms\n",
+         "New plate load: 0.005  ohms\n"
+         "Below the design screen's least plate load, .1 ohms: the design cannot be worked out "
+         "with it.\n",
          "Voltage level has been reset to the minimum-allowed value of 1 volt\n"},
         // The worked winding typed in centimetres: held in inches, shown in centimetres. As built
         // at 7.15 MHz, worked by hand (22.1359 turns): sheet 10.0497 uH (0.8181 of the uniform

@@ -2,6 +2,7 @@
 
 #include "core/fault.h"
 #include "core/numtext.h"
+#include "model/design_inputs.h"
 
 namespace varo {
 
@@ -26,8 +27,10 @@ std::string LoadText(std::string_view lead, float ohms) {
     return std::string(lead) + FormatNumber(ohms) + " ohms";
 }
 
-std::string NewLoadText(float ohms) {
-    return LoadText("New plate load: ", ohms);
+// The new load, and beside it what the design screen would make of it.
+void ShowNewLoad(LoadHelpForm& form, float ohms) {
+    form.SetText(LoadHelpField::NewLoad, LoadText("New plate load: ", ohms));
+    form.SetText(LoadHelpField::LimitNote, PlateLoadLimitNote(ohms));
 }
 
 // Parses the entry and clamps it. The lower test is written as "not at least" so that a value
@@ -83,12 +86,18 @@ void RecalculateLoad(DesignState& state, LoadHelpState& help, LoadHelpForm& form
                             ".");
         return;
     }
-    form.SetText(LoadHelpField::NewLoad, NewLoadText(help.newPlateLoad));
+    ShowNewLoad(form, help.newPlateLoad);
+}
+
+std::string PlateLoadLimitNote(float ohms) {
+    if (!(ohms < kLeastPlateLoad)) return {};
+    return "Below the design screen's least plate load, .1 ohms: the design cannot be worked "
+           "out with it.";
 }
 
 void ShowLoadHelpEntry(const DesignState& state, LoadHelpForm& form) {
     form.SetText(LoadHelpField::CurrentLoad, LoadText("Current plate load: ", state.plateR));
-    form.SetText(LoadHelpField::NewLoad, NewLoadText(state.plateR));
+    ShowNewLoad(form, state.plateR);
     if (state.peakSwing > 0) form.SetText(LoadHelpField::Voltage, FormatNumber(state.peakSwing));
     if (state.rfPower > 0) form.SetText(LoadHelpField::Power, FormatNumber(state.rfPower));
 }
@@ -97,7 +106,7 @@ void OnClassOptionClicked(DesignState& state, LoadHelpState& help, LoadHelpForm&
                           Dialogs& dialogs, ClassOption option) {
     help.classFactor = ClassFactorOf(option);
     RecalculateLoad(state, help, form, dialogs);
-    form.SetText(LoadHelpField::NewLoad, NewLoadText(help.newPlateLoad));
+    ShowNewLoad(form, help.newPlateLoad);
     form.SetAcceptEnabled(true);
 }
 
@@ -106,6 +115,7 @@ void OnLoadEntryEdited(LoadHelpForm& form) {
     form.ClearClassSelection();
     form.SetAcceptEnabled(false);
     form.SetText(LoadHelpField::NewLoad, "");
+    form.SetText(LoadHelpField::LimitNote, "");
 }
 
 void AcceptPlateLoad(DesignState& state, LoadHelpState& help, LoadHelpForm& form,

@@ -19,7 +19,7 @@ struct LoadHelpState {
 };
 
 // The helper screen's entries and the labels its logic writes.
-enum class LoadHelpField { Voltage, Power, CurrentLoad, NewLoad };
+enum class LoadHelpField { Voltage, Power, CurrentLoad, NewLoad, LimitNote };
 
 // The control name each field carries on the screen.
 constexpr std::string_view ControlName(LoadHelpField field) {
@@ -32,6 +32,8 @@ constexpr std::string_view ControlName(LoadHelpField field) {
             return "lblCurrentLoad";
         case LoadHelpField::NewLoad:
             return "lblLoad";
+        case LoadHelpField::LimitNote:
+            return "lblLoadNote";
     }
     return {};
 }
@@ -46,6 +48,9 @@ class LoadHelpForm : public FieldForm<LoadHelpField> {
     virtual void SetAcceptEnabled(bool /*enabled*/) {}       // cmdAccept
     virtual void SetClassChoiceEnabled(bool /*enabled*/) {}  // fraClass and its options
 };
+
+// A note when a plate load lies below what the design screen takes; empty otherwise.
+std::string PlateLoadLimitNote(float ohms);
 
 // K of a class option: 1.3, 1.6, 1.8, and 2.0 for class C or no choice.
 float ClassFactorOf(ClassOption option);

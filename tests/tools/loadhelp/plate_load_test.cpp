@@ -64,6 +64,8 @@ TEST(RecalculateLoad, ClampsAndComputes) {
         EXPECT_EQ(form.Text(LoadHelpField::Voltage), c.swingShown) << c.name;
         EXPECT_EQ(form.Text(LoadHelpField::Power), c.powerShown) << c.name;
         EXPECT_EQ(help.classFactor, ClassFactorOf(c.option)) << c.name;
+        // Only a load below the design screen's .1 ohm is noted.
+        EXPECT_EQ(form.Text(LoadHelpField::LimitNote).empty(), c.plateLoad >= 0.1f) << c.name;
     }
 }
 

@@ -81,6 +81,11 @@ void FrmLoadHelp::BuildControls() {
                    LogicalBox(kCaptionLeft, 4100, 5500, 4400));
     labels_[LoadHelpField::NewLoad] = PlaceLabel(
         *background_, "lblLoad", "New load:", LogicalBox(kCaptionLeft, 4450, 5500, 4750));
+    // What the design screen would make of the new load, beside the buttons, before Accept.
+    QLabel* note = PlaceLabel(*background_, "lblLoadNote", "", LogicalBox(5700, 4450, 11650, 5400));
+    note->setWordWrap(true);
+    note->setStyleSheet(QStringLiteral("QLabel { color: #990000; }"));
+    labels_[LoadHelpField::LimitNote] = note;
     BuildPanelLabels();
     BuildButtons();
 }
