@@ -40,17 +40,20 @@ QString WithLineFeeds(std::string_view text) {
 }
 
 // Qt wraps a message box's text at a width of its own choosing, which can leave one word on a
-// line; a label at least as wide as its longest line (up to most of the screen) keeps the lines
-// as the program broke them.
+// line; a label at least as wide as its longest line keeps the lines as the program broke them.
+// A paragraph longer than a comfortable line (about 80 characters, and never past the width the
+// box itself allows) wraps instead: a wider label would be cut at the box's right edge.
 void WidenToLongestLine(QMessageBox& box) {
     const QScreen* screen = box.screen();
-    const int most = screen ? screen->availableGeometry().width() * 3 / 4 : 1000;
+    const int screenShare = screen ? screen->availableGeometry().width() / 2 : 600;
     for (const char* name : {"qt_msgbox_label", "qt_msgbox_informativelabel"}) {
         auto* label = box.findChild<QLabel*>(QLatin1String(name));
         if (!label) continue;
+        const int most = std::min(screenShare, label->fontMetrics().averageCharWidth() * 80);
         int widest = 0;
         for (const QString& line : label->text().split(QLatin1Char('\n')))
             widest = std::max(widest, label->fontMetrics().horizontalAdvance(line));
+        label->setWordWrap(true);
         label->setMinimumWidth(std::min(widest + 1, most));
     }
 }
