@@ -11,9 +11,12 @@
 #include <QPdfWriter>
 #include <QPrintDialog>
 #include <QPrintPreviewDialog>
+#include <QPrintPreviewWidget>
 #include <QPrinter>
 #include <QScopedValueRollback>
+#include <QScreen>
 #include <QToolBar>
+#include <algorithm>
 
 #include "platform/qt/guarded_dialog.h"
 #include "platform/qt/qt_dialogs.h"
@@ -149,6 +152,19 @@ QAction* QtPrintAction(QPrintPreviewDialog& preview) {
     return nullptr;
 }
 
+// Opened at a size that reads: most of the screen's height, a page's shape, and the page
+// fitted to the width.
+void SizeToRead(QPrintPreviewDialog& preview) {
+    if (const QScreen* screen = preview.screen()) {
+        const QRect room = screen->availableGeometry();
+        const int height = room.height() * 85 / 100;
+        preview.resize(std::min(room.width() * 85 / 100, height * 9 / 10), height);
+    }
+    // The preview's own "Fit width", so that its toolbar shows the zoom it has.
+    for (QAction* action : preview.findChildren<QAction*>())
+        if (action->text() == QPrintPreviewDialog::tr("Fit width")) action->trigger();
+}
+
 }  // namespace
 
 PrintOutcome QtDialogs::Print(const PrintDocument& document) {
@@ -197,6 +213,7 @@ PrintOutcome QtDialogs::Print(const PrintDocument& document) {
         finish(WritePdf(document, *path));
     });
     if (QToolBar* toolbar = preview->findChild<QToolBar*>()) toolbar->addAction(saveAsPdf);
+    SizeToRead(*preview.get());
     if (preview.Exec() != QDialog::Accepted) return {};
     return outcome;
 }

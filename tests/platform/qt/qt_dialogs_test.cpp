@@ -13,6 +13,8 @@
 #include <QMessageBox>
 #include <QPointer>
 #include <QPrintDialog>
+#include <QPrintPreviewWidget>
+#include <QScreen>
 #include <QTimer>
 #include <algorithm>
 #include <functional>
@@ -193,8 +195,14 @@ TEST(QtDialogs, ThePreviewOpensOneDialogAtATimeAndNoPrintToFile) {
     };
     bool printToFile = true;
     bool onlyTheChooserOpen = false;
+    bool readable = false;
     WhenModalOpens([&](QWidget* preview) {
         ASSERT_NE(action(preview, "Print"), nullptr);
+        // Opened to be read: most of the screen's height, the page as wide as the view.
+        QApplication::processEvents();
+        const auto* view = preview->findChild<QPrintPreviewWidget*>();
+        readable = view != nullptr && view->zoomMode() == QPrintPreviewWidget::FitToWidth &&
+                   preview->height() >= preview->screen()->availableGeometry().height() * 8 / 10;
         QTimer::singleShot(0, [&, preview] {
             auto* chooser = qobject_cast<QPrintDialog*>(QApplication::activeModalWidget());
             ASSERT_NE(chooser, nullptr);
@@ -217,6 +225,7 @@ TEST(QtDialogs, ThePreviewOpensOneDialogAtATimeAndNoPrintToFile) {
     EXPECT_EQ(dialogs.Print({"report", {}}).status, PrintOutcome::Status::Cancelled);
     EXPECT_FALSE(printToFile);
     EXPECT_TRUE(onlyTheChooserOpen);
+    EXPECT_TRUE(readable);
 }
 
 }  // namespace
