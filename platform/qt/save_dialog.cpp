@@ -138,16 +138,32 @@ void SaveDialog::OnItemActivated(QListWidgetItem* item) {
     if (inner.cd(item->text().chopped(1))) ShowFolder(inner);
 }
 
+namespace {
+
+// The chosen type's extension ("*.varo" -> ".varo") after a name typed without one, as a save
+// dialog does; a type of any name ("*.*") adds nothing.
+QString WithTypeExtension(const QString& name, const QStringList& patterns) {
+    if (!QFileInfo(name).suffix().isEmpty()) return name;
+    for (const QString& pattern : patterns) {
+        const QString extension = pattern.mid(1);  // ".varo" of "*.varo"
+        if (pattern.startsWith(QLatin1String("*.")) && extension.size() > 1 &&
+            !extension.contains(QLatin1Char('*')) && !extension.contains(QLatin1Char('?')))
+            return name + extension;
+    }
+    return name;
+}
+
+}  // namespace
+
 // A name that is a folder opens it; anything else is the file, relative to the folder shown.
-// A file to open must be there.
+// A file to open must be there; a file to save takes the type's extension when it has none.
 void SaveDialog::accept() {
     const QString name = fileName_->text().trimmed();
     if (name.isEmpty()) {
         QApplication::beep();
         return;
     }
-    const QString path =
-        QDir::cleanPath(folder_.absoluteFilePath(QDir::fromNativeSeparators(name)));
+    QString path = QDir::cleanPath(folder_.absoluteFilePath(QDir::fromNativeSeparators(name)));
     if (QFileInfo(path).isDir()) {
         ShowFolder(QDir(path));
         fileName_->clear();
@@ -157,6 +173,8 @@ void SaveDialog::accept() {
         QApplication::beep();
         return;
     }
+    if (purpose_ == FileDialogPurpose::Save)
+        path = WithTypeExtension(path, FilterPatterns(fileType_->currentText()));
     if (overwritePrompt_ && QFileInfo::exists(path) && !ConfirmOverwrite(path)) return;
     chosenPath_ = path;
     QDialog::accept();

@@ -91,6 +91,27 @@ TEST(QtDialogs, SaveDialogListsTheFolderAndGivesTheChosenPath) {
     EXPECT_EQ(QAccessible::accessibleInterface(listedName), nullptr);
 }
 
+// A name typed without an extension takes the chosen type's, as save dialogs do.
+TEST(QtDialogs, SaveDialogAddsTheTypesExtensionToANameWithout) {
+    testing::TempFolder folder;
+    const struct {
+        const char* typed;
+        const char* filter;
+        std::string path;
+    } cases[] = {{"amp", "VARO design (*.varo)|*.varo", folder.File("amp.varo")},
+                 {"amp.txt", "VARO design (*.varo)|*.varo", folder.File("amp.txt")},
+                 {"amp", "All files (*.*)|*.*", folder.File("amp")}};
+    QtDialogs dialogs;
+    for (const auto& c : cases) {
+        WhenModalOpens([&](QWidget* dialog) {
+            dialog->findChild<QLineEdit*>("txtFileName")
+                ->setText(QString::fromStdString(folder.File(c.typed)));
+            QMetaObject::invokeMethod(dialog, "accept");
+        });
+        EXPECT_EQ(dialogs.AskSaveFileName({"Save", c.filter, 1, "", false}), c.path) << c.typed;
+    }
+}
+
 // The open form takes only a file that is there; while it runs, a second file dialog answers
 // as cancelled instead of opening over it.
 TEST(QtDialogs, OpenDialogTakesOnlyAnExistingFileOneDialogAtATime) {
