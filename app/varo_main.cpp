@@ -1,8 +1,11 @@
 #include <QApplication>
+#include <QLabel>
 #include <QObject>
 
 #include "app/navigator.h"
 #include "platform/qt/qt_dialogs.h"
+#include "platform/qt/screen_helpers.h"
+#include "platform/save_file.h"
 #include "platform/write_signals.h"
 #include "screens/bands/qt/frm_bands.h"
 #include "screens/loadrange/qt/frm_load_range.h"
@@ -24,6 +27,12 @@ int main(int argc, char** argv) {
         dialogs, [&dialogs](QWidget* window) { dialogs.SetParent(window); },
         varo::StartupSessionFilePath());
     QObject::connect(&navigator, &varo::Navigator::finished, &application, &QCoreApplication::quit);
+    // Every file written is named on the screen that wrote it.
+    varo::ObserveWrittenFiles([&navigator](const std::vector<std::string>& paths) {
+        if (QWidget* screen = navigator.currentScreen())
+            if (auto* status = screen->findChild<QLabel*>("lblStatus"))
+                status->setText(varo::WrittenFilesText(paths));
+    });
     navigator.Register(varo::Destination::Plot, [](const varo::ScreenContext& context) {
         return new varo::FrmPlot(context.design, context.dialogs, context.returnToDesign);
     });

@@ -277,7 +277,16 @@ class PendingFile {
     bool committed_ = false;
 };
 
+WrittenFilesObserver& Observer() {
+    static WrittenFilesObserver observer;
+    return observer;
+}
+
 }  // namespace
+
+void ObserveWrittenFiles(WrittenFilesObserver observer) {
+    Observer() = std::move(observer);
+}
 
 void SaveFile(const std::string& path, std::string_view bytes) {
     const FileContents file{path, std::string(bytes)};
@@ -308,6 +317,12 @@ void SaveFiles(std::span<const FileContents> files) {
     // Outside the hold: a pipe whose reader never reads must not keep the program from ending.
     for (const FileContents* file : special)
         WriteInPlace(file->path, file->bytes);
+    if (Observer()) {
+        std::vector<std::string> written;
+        for (const FileContents& file : files)
+            written.push_back(file.path);
+        Observer()(written);
+    }
 }
 
 }  // namespace varo

@@ -1,8 +1,10 @@
 #pragma once
 
+#include <functional>
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace varo {
 
@@ -31,5 +33,10 @@ void SaveFile(const std::string& path, std::string_view bytes);
 // replacing holds an advisory lock on each folder, so two programs saving the same files at once
 // leave the whole set of one of them.
 void SaveFiles(std::span<const FileContents> files);
+
+// Told of every set of files saved whole, by path as given; the desktop names them on its
+// screens. One observer for the program; none by default.
+using WrittenFilesObserver = std::function<void(const std::vector<std::string>& paths)>;
+void ObserveWrittenFiles(WrittenFilesObserver observer);
 
 }  // namespace varo

@@ -19,6 +19,7 @@
 #include <functional>
 #include <memory>
 #include <string_view>
+#include <vector>
 
 #include "platform/qt/action_gate.h"
 #include "platform/qt/surface_widget.h"
@@ -176,6 +177,25 @@ class ReturnOnEscape : public QObject {
   private:
     QAbstractButton& returnButton_;
 };
+
+// A line under the screen's surface that names the files the screen's last action wrote.
+inline QLabel* AddStatusLine(QWidget& screen) {
+    auto* status = new QLabel(&screen);
+    status->setObjectName("lblStatus");
+    status->setAccessibleName("Status");
+    status->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    status->setContentsMargins(6, 2, 6, 2);
+    if (auto* rows = qobject_cast<QVBoxLayout*>(screen.layout())) rows->addWidget(status);
+    return status;
+}
+
+// "Wrote /home/ham/amp.varo", or several paths joined.
+inline QString WrittenFilesText(const std::vector<std::string>& paths) {
+    QStringList names;
+    for (const std::string& path : paths)
+        names.push_back(QString::fromStdString(path));
+    return QStringLiteral("Wrote ") + names.join(QStringLiteral(", "));
+}
 
 // Runs `chosen` when the option is picked: by a click (also on the option already picked, which
 // picks it again) or by assistive technology, whose only action on an option is Toggle, which

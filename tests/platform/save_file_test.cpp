@@ -71,10 +71,13 @@ TEST(SaveFile, WritesASpecialFileInPlaceAndNeverWaitsForAPipeReader) {
     EXPECT_TRUE(fs::is_character_file("/dev/null")) << "it must never be replaced";
 }
 
+// The set is saved whole or not at all, and only a set saved whole is told of (once, every path).
 TEST(SaveFiles, AFailureWhileWritingAnyLeavesAllAsTheyWere) {
     TempFolder folder;
     WriteBytes(folder.File("a"), "old a");
     WriteBytes(folder.File("b"), "old b");
+    std::vector<std::vector<std::string>> told;
+    ObserveWrittenFiles([&](const std::vector<std::string>& paths) { told.push_back(paths); });
     const FileContents files[] = {{folder.File("a"), "new"}, {folder.File("b"), "longer new b"}};
     {
         const FileSizeLimit disk(8);  // room for the first new file, not the second
@@ -83,6 +86,10 @@ TEST(SaveFiles, AFailureWhileWritingAnyLeavesAllAsTheyWere) {
     EXPECT_EQ(ReadBytes(folder.File("a")), "old a");
     EXPECT_EQ(ReadBytes(folder.File("b")), "old b");
     EXPECT_EQ(FilesIn(folder), 2);
+    EXPECT_TRUE(told.empty());
+    SaveFiles(files);
+    EXPECT_EQ(told, (std::vector<std::vector<std::string>>{{folder.File("a"), folder.File("b")}}));
+    ObserveWrittenFiles({});
 }
 
 // A file the user made read-only is refused, even to root, with the system's reason.

@@ -138,6 +138,7 @@ FrmBands::FrmBands(Design& design, Dialogs& dialogs, std::function<void()> retur
       returnToDesign_(std::move(returnToDesign)) {
     background_ = MountScreen(*this, "frmBands", FromText(ScreenCaption("Band Plan screen")),
                               kScreenWidth, kScreenHeight);
+    AddStatusLine(*this);
     PlaceHeading(*background_, "VARO Band Plan", LogicalBox(150, 100, 3900, 520), "Arial");
     BuildEntries();
     BuildBandTable();

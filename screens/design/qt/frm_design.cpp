@@ -120,6 +120,7 @@ FrmDesign::FrmDesign(Design& design, Dialogs& dialogs, DesignSession& session, Q
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(background_);
+    AddStatusLine(*this);
     BuildFileMenu();
     BuildControls();
     ConnectEntries();

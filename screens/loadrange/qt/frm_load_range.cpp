@@ -99,6 +99,7 @@ FrmLoadRange::FrmLoadRange(Design& design, Dialogs& dialogs, std::function<void(
       returnToDesign_(std::move(returnToDesign)) {
     background_ = MountScreen(*this, "frmLoadRange", FromText(ScreenCaption("Load Range screen")),
                               kScreenWidth, kScreenHeight);
+    AddStatusLine(*this);
     PlaceHeading(*background_, "VARO Load Range", LogicalBox(150, 100, kEntryRight, 520), "Arial");
     BuildEntries();
     BuildResults();

@@ -99,6 +99,7 @@ FrmPlot::FrmPlot(Design& design, Dialogs& dialogs, std::function<void()> returnT
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(background_);
+    AddStatusLine(*this);
     BuildControls();
     ConnectCommands();
     setMinimumSize(600, 450);

@@ -94,6 +94,7 @@ FrmInductor::FrmInductor(const DesignState& state, CoilState& coil, Dialogs& dia
     background_ =
         MountScreen(*this, "frmInductor", FromText(ScreenCaption("Inductor Design screen")),
                     kInductorScreenWidth, kInductorScreenHeight);
+    AddStatusLine(*this);
     BuildControls();
     Connect();
     setMinimumSize(600, 565);
