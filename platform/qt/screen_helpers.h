@@ -185,7 +185,12 @@ inline QLabel* AddStatusLine(QWidget& screen) {
     status->setAccessibleName("Status");
     status->setTextInteractionFlags(Qt::TextSelectableByMouse);
     status->setContentsMargins(6, 2, 6, 2);
-    if (auto* rows = qobject_cast<QVBoxLayout*>(screen.layout())) rows->addWidget(status);
+    // One line high; a long path neither widens the window nor takes the surface's room.
+    status->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    if (auto* rows = qobject_cast<QVBoxLayout*>(screen.layout())) {
+        rows->addWidget(status);
+        rows->setStretch(0, 1);
+    }
     return status;
 }
 
