@@ -116,6 +116,11 @@ class Surface {
     float width() const { return width_; }
     float height() const { return height_; }
     const std::vector<DrawOp>& ops() const { return ops_; }
+    // Leaves out every operation `drop` picks, the rest kept in order.
+    template <typename Predicate>
+    void Drop(Predicate drop) {
+        std::erase_if(ops_, drop);
+    }
 
   private:
     float width_;

@@ -1,5 +1,6 @@
 #include "model/pictures/report_pages.h"
 
+#include <algorithm>
 #include <cmath>
 #include <utility>
 #include <vector>
@@ -24,7 +25,8 @@ constexpr float kLineStep = kPageLineStep;
 
 // The windows of the design screen's drawing that the report shows, in its twips.
 constexpr LogicalRect kSchematicWindow{3900, 850, 4600, 7100};
-constexpr LogicalRect kPlotWindow{7650, 1000, 4050, 4450};
+// Wide enough for the harmonic table's "(ohms)", at the screen's right edge.
+constexpr LogicalRect kPlotWindow{7650, 1000, 4350, 4450};
 // The schematic stands right of its row captions, the plot right of it, both scaled alike.
 constexpr float kGraphicsTop = 3900;
 constexpr float kCaptionWidth = 1100;
@@ -85,7 +87,8 @@ struct TableRow {
 
 void DrawComponentTable(Surface& page, const ComponentValues& parts, const StressDisplay& stresses,
                         const std::optional<TankLosses>& losses) {
-    constexpr std::array<float, 6> kColumnX{4300, 4750, 5850, 7000, 8150, 9250};
+    // Far enough apart for "3.021kVpeak" beside "13.124 Arms" in the print's font.
+    constexpr std::array<float, 6> kColumnX{4300, 4750, 5800, 6950, 8250, 9400};
     float y = 620;
     page.SetFont(kFont, kHeadingPoints, true);
     page.Text(kColumnX[0], y, "Components and stresses");
@@ -182,9 +185,38 @@ PagePlacement SchematicPlacement(const DesignState& state, const StressDisplay& 
     return Place(std::move(drawing), kSchematicWindow, kCaptionWidth);
 }
 
+// On paper the small plot stands smaller than on the screen: of the frequency labels under it
+// (between the frame and the harmonic table) that would run into each other, the later ones
+// are left out.
+void DropCrowdedFrequencyLabels(Surface& drawing) {
+    const AverageGlyphMeasure measure;
+    const std::vector<TextBox> boxes = TextBoxes(drawing, measure);
+    std::vector<TextBox> kept;
+    std::vector<std::string> dropped;
+    for (const TextBox& box : boxes) {
+        if (box.top < kSmallPlotFrame.area.bottom || box.top >= kHarmonicHeaderY - 100) continue;
+        // Room between two texts: the page's fonts run wider than the average glyphs measured
+        // here, by up to a third of a short label.
+        const float gap = std::max((box.bottom - box.top) / 4, (box.right - box.left) / 3);
+        const bool crowded = std::any_of(kept.begin(), kept.end(), [&](const TextBox& other) {
+            return box.top < other.bottom && other.top < box.bottom &&
+                   box.left < other.right + gap && other.left < box.right + gap;
+        });
+        (crowded ? dropped.push_back(box.text) : kept.push_back(box));
+    }
+    std::size_t next = 0;
+    drawing.Drop([&](const DrawOp& op) {
+        if (op.kind != DrawOp::Kind::Text || next >= dropped.size() || op.text != dropped[next])
+            return false;
+        ++next;
+        return true;
+    });
+}
+
 PagePlacement PlotPlacement(const DesignState& state, const DesignResults& results) {
     Surface drawing(kDesignScreenWidth, kDesignScreenHeight);
     DrawSmallPlot(drawing, state, results);
+    DropCrowdedFrequencyLabels(drawing);
     return Place(std::move(drawing), kPlotWindow, kPlotLeft);
 }
 

@@ -13,6 +13,7 @@
 #include "model/pictures/page_parts.h"
 #include "model/pictures/report_pages.h"
 #include "platform/qt/qt_print.h"
+#include "platform/qt/replay.h"
 #include "support/pdf_reading.h"
 #include "support/recording_reporter.h"
 #include "support/temp_folder.h"
@@ -71,6 +72,30 @@ TEST_F(ReportTest, TheLossesNameTheWoundCoilsQ) {
     design.UseWoundCoilQ(true);
     const double q = *design.results().losses->q.wound[0];
     EXPECT_TRUE(Shows("but with L1 as wound, Q " + std::to_string(std::lround(q)) + ":")) << q;
+}
+
+// In the page's own fonts no text of the report runs into another: the stress columns of the
+// component table, the plot's frequency labels, the harmonic table's "(ohms)" inside the plot's
+// window (each placement measured in its own units: the print scales it whole).
+TEST_F(ReportTest, NoTextRunsIntoAnother) {
+    design.SetLossQ(TankQ{});
+    state->frequency = 7.15e6f;
+    ASSERT_TRUE(design.Load(form, reporter));
+    const PrintDocument document = DesignReportDocument(*state, results, "1/2/2026");
+    for (const PagePlacement& placement : document.pages.at(0).placements) {
+        const LogicalRect& window = placement.source;
+        std::vector<TextBox> boxes;
+        for (const TextBox& box : TextBoxes(placement.drawing, QtTextMeasure()))
+            if (box.left < window.left + window.width && box.right > window.left &&
+                box.top < window.top + window.height && box.bottom > window.top)
+                boxes.push_back(box);
+        for (std::size_t i = 0; i < boxes.size(); ++i) {
+            EXPECT_LE(boxes[i].right, window.left + window.width) << boxes[i].text;
+            for (std::size_t j = i + 1; j < boxes.size(); ++j)
+                EXPECT_FALSE(boxes[i].Overlaps(boxes[j]))
+                    << boxes[i].text << " / " << boxes[j].text;
+        }
+    }
 }
 
 // Once a band plan is made, the report prints it on a second page, read back from the PDF.
