@@ -1,5 +1,8 @@
 #include "screens/plot/qt/frm_plot.h"
 
+#include <QDateTime>
+#include <QDir>
+#include <QFileInfo>
 #include <QKeySequence>
 #include <QLabel>
 #include <QMouseEvent>
@@ -162,8 +165,21 @@ void FrmPlot::BuildControls() {
         ->setStyleSheet(ColourStyle(kTransmissionCurve));
     AddLabel("lblReturn", "Return", LogicalBox(kColumnLeft, 4500, kColumnRight, 4750))
         ->setStyleSheet(ColourStyle(kReturnCurve));
+    // The saved curves drawn by Get: each names its file and when it was saved.
+    const std::array<std::pair<const char*, Colour>, 2> overlayLegends{
+        {{"lblOverlayTransmission", kOverlayTransmission}, {"lblOverlayReturn", kOverlayReturn}}};
+    for (std::size_t i = 0; i < overlayLegends.size(); ++i) {
+        const float top = 4780 + 420 * static_cast<float>(i);
+        QLabel* legend =
+            AddLabel(overlayLegends[i].first, "",
+                     LogicalBox(kColumnLeft, top, kColumnRight, top + 400), kSmallCaption);
+        legend->setStyleSheet(ColourStyle(overlayLegends[i].second));
+        legend->setWordWrap(true);
+        legend->setVisible(false);
+        overlayLegends_[i] = legend;
+    }
     cursorReadout_ =
-        AddLabel("lblCursor", "", LogicalBox(kColumnLeft, 4850, kColumnRight, 6950), 7.5);
+        AddLabel("lblCursor", "", LogicalBox(kColumnLeft, 5650, kColumnRight, 6950), 7.5);
     cursorReadout_->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     cursorReadout_->setWordWrap(true);
     cursorReadout_->setAccessibleName("Cursor readout");
@@ -221,6 +237,8 @@ void FrmPlot::RedrawLargePlot() {
     surface.Clear();
     design_.SweepAsLaidOut(reporter_);
     overlays_ = {};
+    for (QLabel* legend : overlayLegends_)
+        legend->setVisible(false);
     DrawLargePlot(surface, design_.state(), design_.results(), ScreenHeightTwips());
     parts_->setText(FromText(NudgedPartsText(design_.state())));
     cursorLayer_->ShowLineAt(std::nullopt);
@@ -243,8 +261,21 @@ void FrmPlot::GetOverlays() {
             overlays_.at(static_cast<std::size_t>(curve)) = OverlayCurve{
                 {state.sweepFrequency.begin(), state.sweepFrequency.begin() + count},
                 {overlay_.overlayValue.begin(), overlay_.overlayValue.begin() + count}};
+            ShowOverlayLegend(curve);
             background_->update();
         });
+}
+
+// "Saved Data.S21, 2026-11-24 05:12": the file the curve came from and when it was saved.
+void FrmPlot::ShowOverlayLegend(std::int16_t curve) {
+    const std::string_view name = curve == 0 ? kOverlayTransmissionFile : kOverlayReturnFile;
+    const QFileInfo file(QDir(QString::fromStdString(CurrentDirectory()))
+                             .filePath(QString::fromUtf8(name.data(), name.size())));
+    QLabel* legend = overlayLegends_.at(static_cast<std::size_t>(curve));
+    legend->setText(QStringLiteral("Saved %1, %2")
+                        .arg(file.fileName(),
+                             file.lastModified().toString(QStringLiteral("yyyy-MM-dd hh:mm"))));
+    legend->setVisible(true);
 }
 
 void FrmPlot::ExportPicture() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QWidget>
+#include <array>
 #include <functional>
 
 #include "model/design.h"
@@ -42,6 +43,7 @@ class FrmPlot : public QWidget {
     QPushButton* AddButton(const char* name, const QString& caption, const QRectF& at,
                            const QString& description, const QKeySequence& shortcut,
                            qreal pointSize = 8.25);
+    void ShowOverlayLegend(std::int16_t curve);
     QLabel* AddLabel(const char* name, const QString& caption, const QRectF& at,
                      qreal pointSize = 8.25);
     void OnClick(const char* name, std::function<void()> action);
@@ -69,6 +71,7 @@ class FrmPlot : public QWidget {
     QLabel* summary_ = nullptr;
     QLabel* parts_ = nullptr;
     QLabel* cursorReadout_ = nullptr;
+    std::array<QLabel*, 2> overlayLegends_{};  // transmission, return
     ActionGate actions_{*this};
 };
 

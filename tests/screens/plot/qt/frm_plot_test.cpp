@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QDate>
 #include <QImage>
 #include <QLabel>
 #include <QPushButton>
@@ -89,6 +90,22 @@ TEST_F(FrmPlotTest, NudgesCompoundAndStayInTheDesign) {
 
 // Each export button writes its file (each format's own tests pin the contents); a picture
 // name that is neither .png nor .svg writes nothing and says why.
+// The saved curves Get draws are named in the legend with their file and its date, until the
+// next redraw clears them.
+TEST_F(FrmPlotTest, SavedCurvesHaveLegendEntries) {
+    Press("cmdSave");
+    Press("cmdGet");
+    const QString today = QDate::currentDate().toString("yyyy-MM-dd");
+    for (const auto& [name, file] :
+         {std::pair{"lblOverlayTransmission", "Data.S21"}, {"lblOverlayReturn", "Data.S11"}}) {
+        EXPECT_TRUE(form->findChild<QLabel*>(name)->isVisible()) << name;
+        EXPECT_TRUE(Caption(name).startsWith(QString("Saved %1, %2 ").arg(file, today)))
+            << Caption(name).toStdString();
+    }
+    Press("cmdLLup");
+    EXPECT_FALSE(form->findChild<QLabel*>("lblOverlayReturn")->isVisible());
+}
+
 TEST_F(FrmPlotTest, ExportsWhatIsShown) {
     for (const auto& [button, name] : {std::pair{"cmdExportPlot", "plot.png"},
                                        {"cmdExportPlot", "plot.svg"},
