@@ -45,6 +45,8 @@ TEST(RecalculateLoad, ClampsAndComputes) {
         // Unreadable text parses as 0 and takes the minimum; swing is told before power.
         {"UnreadableText",      "NaN",    "abc",  ClassOption::ClassC,  0.5f,       "0.5 ",     "1 ",   "1 ",   {kSwingMin, kPowerMin}},
         {"SwingAndPowerOut",    "0",      "20M",  ClassOption::ClassC,  5e-8f,      " 0.0000  ","1 ",   "10M",  {kSwingMin, kPowerMax}},
+        // Just under the design screen's least plate load: noted.
+        {"BelowTheDesignsLeast","10",     "1k",   ClassOption::ClassC,  0.05f,      "0.05 ",    "10 ",  "1k",   {}},
     };
     // clang-format on
     for (const LoadCase& c : cases) {
