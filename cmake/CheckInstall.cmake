@@ -8,7 +8,8 @@ if(NOT status EQUAL 0)
   message(FATAL_ERROR "cmake --install failed: ${status}")
 endif()
 foreach(file bin/varo bin/varo-cli share/applications/varo.desktop
-             share/icons/hicolor/scalable/apps/varo.svg)
+             share/icons/hicolor/scalable/apps/varo.svg share/man/man1/varo.1
+             share/man/man1/varo-cli.1 share/doc/varo/copyright)
   if(NOT EXISTS ${PREFIX}/${file})
     message(FATAL_ERROR "not installed: ${file}")
   endif()
