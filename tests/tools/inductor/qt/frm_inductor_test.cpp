@@ -84,6 +84,10 @@ TEST_F(FrmInductorTest, AnOptionPickedThroughTheAccessibilityInterfaceChooses) {
     EXPECT_EQ(coil.targetInductance, state.L2);
     testing::ActAccessibly(form, "Option2");
     EXPECT_EQ(coil.unitSystem, kCentimetres);
+    // Picking the inductor already picked starts it afresh, as a click always has.
+    testing::Type(form, "txtFormDiameter", "2");
+    testing::Click(form, "Option3");
+    EXPECT_EQ(testing::TextOf(form, "txtFormDiameter"), "");
 }
 
 TEST_F(FrmInductorTest, WorkedExampleShowsTheWindingAndItsWire) {
