@@ -1,15 +1,16 @@
 #!/bin/sh
 # Installs what VARO needs to build, test and run on Debian 12 (as root, or through sudo).
-# usage: scripts/deps.sh [--ci]   (--ci adds the formatting check and the GUI check's display)
+# usage: scripts/deps.sh [--ci]   (--ci adds the formatting check, the GUI check's display and
+#                                  the package's tools)
 set -eu
 SUDO=""
 if [ "$(id -u)" != "0" ]; then SUDO="sudo"; fi
 # The compiler, CMake, Ninja, Qt 6, GoogleTest, Google Benchmark, nlohmann-json (design files)
 # and the fonts the screens use;
 # ngspice, scikit-rf and pdftotext check the written files independently of VARO.
-PACKAGES="g++ cmake ninja-build qt6-base-dev qt6-svg-dev libgl-dev libgtest-dev libgmock-dev libbenchmark-dev nlohmann-json3-dev fonts-liberation2 fonts-dejavu-core locales ngspice python3-scikit-rf poppler-utils"
+PACKAGES="g++ cmake ninja-build qt6-base-dev qt6-svg-dev libgl-dev libgtest-dev libgmock-dev libbenchmark-dev nlohmann-json3-dev dpkg-dev fonts-liberation2 fonts-dejavu-core locales ngspice python3-scikit-rf poppler-utils"
 if [ "${1:-}" = "--ci" ]; then
-  PACKAGES="$PACKAGES clang-format git xvfb xauth dbus-x11 at-spi2-core python3-pyatspi"
+  PACKAGES="$PACKAGES clang-format git xvfb xauth dbus-x11 at-spi2-core python3-pyatspi desktop-file-utils"
 fi
 missing=""
 for p in $PACKAGES; do
