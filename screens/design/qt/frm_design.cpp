@@ -499,11 +499,15 @@ void FrmDesign::ConnectCommands() {
     onClick("cmdSpiceNetlist", false,
             [this] { ExportSpiceNetlist(design_, dialogs_, reporter_, session_); });
     onClick("cmdHelp", false, [this] { ShowAbout(); });
-    onClick("cmdExit", true, [this] {
-        if (!MayLeaveDesign()) return;
-        SaveSessionOnExit(design_, *this, dialogs_, reporter_, session_);
-        exiting_ = true;
-        emit requestExit();
+    // A Cancel to the unsaved-changes question leaves the typed entries as they were.
+    connect(findChild<QPushButton*>("cmdExit"), &QPushButton::clicked, this, [this] {
+        RunAction([this] {
+            if (!MayLeaveDesign()) return false;
+            SaveSessionOnExit(design_, *this, dialogs_, reporter_, session_);
+            exiting_ = true;
+            emit requestExit();
+            return true;
+        });
     });
 }
 
