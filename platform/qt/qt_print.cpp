@@ -145,10 +145,10 @@ QImage RenderPage(const PrintPage& page, QSize size) {
 
 namespace {
 
-// The preview's own "Print" action, found by its caption.
-QAction* QtPrintAction(QPrintPreviewDialog& preview) {
+// One of the preview's own actions ("Print", "Fit width"), found by its caption.
+QAction* PreviewAction(QPrintPreviewDialog& preview, const char* caption) {
     for (QAction* action : preview.findChildren<QAction*>())
-        if (action->text() == QPrintPreviewDialog::tr("Print")) return action;
+        if (action->text() == QPrintPreviewDialog::tr(caption)) return action;
     return nullptr;
 }
 
@@ -161,8 +161,7 @@ void SizeToRead(QPrintPreviewDialog& preview) {
         preview.resize(std::min(room.width() * 85 / 100, height * 9 / 10), height);
     }
     // The preview's own "Fit width", so that its toolbar shows the zoom it has.
-    for (QAction* action : preview.findChildren<QAction*>())
-        if (action->text() == QPrintPreviewDialog::tr("Fit width")) action->trigger();
+    if (QAction* fitWidth = PreviewAction(preview, "Fit width")) fitWidth->trigger();
 }
 
 }  // namespace
@@ -187,7 +186,7 @@ PrintOutcome QtDialogs::Print(const PrintDocument& document) {
     // Qt's print action opens its print dialog with a "print to file" choice whose file dialog
     // (a file-system model with background updates) did not survive assistive technology's
     // presses: ours offers the printers only, and PDFs come from "Save as PDF".
-    if (QAction* print = QtPrintAction(*preview.get())) {
+    if (QAction* print = PreviewAction(*preview.get(), "Print")) {
         QObject::disconnect(print, &QAction::triggered, nullptr, nullptr);
         QObject::connect(print, &QAction::triggered, preview.get(), [&] {
             if (choosing) return;
