@@ -115,6 +115,7 @@ class FrmDesign : public QWidget, public DesignForm {
     bool OpenDesignAt(const std::string& path);
     bool SaveDesign();
     bool SaveDesignAs();
+    bool SaveDesignTo(const std::string& path);
     // Before unsaved work of a named design would be left: Save, Discard or Cancel. False for
     // Cancel (or a save that failed): stay.
     bool MayLeaveDesign();

@@ -105,9 +105,7 @@ bool FrmDesign::OpenDesignAt(const std::string& path) {
 
 bool FrmDesign::SaveDesign() {
     if (session_.designFilePath.empty()) return SaveDesignAs();
-    design_.ValidateAndRecompute(*this, dialogs_, reporter_);
-    if (!SaveDesignFileAs(design_, session_.designFilePath, dialogs_)) return true;
-    TakeDesignFile(session_.designFilePath);
+    SaveDesignTo(session_.designFilePath);
     return true;
 }
 
@@ -116,8 +114,15 @@ bool FrmDesign::SaveDesignAs() {
         session_.designFilePath.empty() ? "design.varo" : FileNameOf(session_.designFilePath);
     const auto chosen = dialogs_.AskSaveFileName(DesignFileSaveRequest(proposed));
     if (!chosen) return false;
+    SaveDesignTo(*chosen);
+    return true;
+}
+
+// The typed entries taken in, the design saved whole; false (reported) when it was not.
+bool FrmDesign::SaveDesignTo(const std::string& path) {
     design_.ValidateAndRecompute(*this, dialogs_, reporter_);
-    if (SaveDesignFileAs(design_, *chosen, dialogs_)) TakeDesignFile(*chosen);
+    if (!SaveDesignFileAs(design_, path, dialogs_)) return false;
+    TakeDesignFile(path);
     return true;
 }
 
@@ -134,17 +139,13 @@ bool FrmDesign::HasUnsavedChanges() const {
 }
 
 bool FrmDesign::MayLeaveDesign() {
-    if (!HasUnsavedChanges() && !HasPendingEdits()) return true;
-    if (session_.designFilePath.empty()) return true;
+    if (session_.designFilePath.empty() || (!HasPendingEdits() && !HasUnsavedChanges()))
+        return true;
     const std::string question = "The design \"" + FileNameOf(session_.designFilePath) +
                                  "\" has changes that are not saved.\r\nSave them first?";
     switch (dialogs_.AskKeepChanges(question)) {
-        case KeepChanges::Save: {
-            design_.ValidateAndRecompute(*this, dialogs_, reporter_);
-            if (!SaveDesignFileAs(design_, session_.designFilePath, dialogs_)) return false;
-            TakeDesignFile(session_.designFilePath);
-            return true;
-        }
+        case KeepChanges::Save:
+            return SaveDesignTo(session_.designFilePath);
         case KeepChanges::Discard:
             return true;
         case KeepChanges::Cancel:
@@ -158,7 +159,8 @@ void FrmDesign::ShowTitle() {
     if (!session_.designFilePath.empty()) {
         title += " - ";
         title += FileNameOf(session_.designFilePath);
-        if (HasUnsavedChanges() || HasPendingEdits()) title += " *";
+        // Typed entries mark it at once: no need to compare the whole design at every key.
+        if (HasPendingEdits() || HasUnsavedChanges()) title += " *";
     }
     setWindowTitle(FromText(title));
 }
