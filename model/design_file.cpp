@@ -25,16 +25,31 @@ double Shortest(float value) {
     return std::strtod(std::string(text.data(), end).c_str(), nullptr);
 }
 
+// The inputs the last-session file keeps, each named once: its key, its place in the file record
+// and in the design, and whether the design screen wants it above 0.
+struct InputField {
+    const char* key;
+    float SessionInputs::*file;
+    float DesignState::*state;
+    bool positive;
+};
+constexpr InputField kInputFields[] = {
+    {"frequency", &SessionInputs::frequency, &DesignState::frequency, true},
+    {"plateR", &SessionInputs::plateR, &DesignState::plateR, true},
+    {"intermediateR", &SessionInputs::intermediateR, &DesignState::intermediateR, true},
+    {"loadR", &SessionInputs::loadR, &DesignState::loadR, true},
+    {"piQ", &SessionInputs::piQ, &DesignState::piQ, true},
+    {"peakSwing", &SessionInputs::peakSwing, &DesignState::peakSwing, false},
+    {"spare", &SessionInputs::spare, &DesignState::spare, false},
+    {"rfPower", &SessionInputs::rfPower, &DesignState::rfPower, false},
+    {"genMultiplier", &SessionInputs::genMultiplier, &DesignState::genMultiplier, true},
+};
+
 Json InputsJson(const SessionInputs& in) {
-    return Json{{"frequency", Shortest(in.frequency)},
-                {"plateR", Shortest(in.plateR)},
-                {"intermediateR", Shortest(in.intermediateR)},
-                {"loadR", Shortest(in.loadR)},
-                {"piQ", Shortest(in.piQ)},
-                {"peakSwing", Shortest(in.peakSwing)},
-                {"spare", Shortest(in.spare)},
-                {"rfPower", Shortest(in.rfPower)},
-                {"genMultiplier", Shortest(in.genMultiplier)}};
+    Json inputs = Json::object();
+    for (const InputField& field : kInputFields)
+        inputs[field.key] = Shortest(in.*field.file);
+    return inputs;
 }
 
 Json WoundCoilJson(const std::optional<WoundCoil>& coil) {
@@ -122,15 +137,8 @@ float InputAt(const Json& object, const char* key, bool positive) {
 
 SessionInputs ReadInputs(const Json& in) {
     SessionInputs inputs;
-    inputs.frequency = InputAt(in, "frequency", true);
-    inputs.plateR = InputAt(in, "plateR", true);
-    inputs.intermediateR = InputAt(in, "intermediateR", true);
-    inputs.loadR = InputAt(in, "loadR", true);
-    inputs.piQ = InputAt(in, "piQ", true);
-    inputs.peakSwing = InputAt(in, "peakSwing", false);
-    inputs.spare = InputAt(in, "spare", false);
-    inputs.rfPower = InputAt(in, "rfPower", false);
-    inputs.genMultiplier = InputAt(in, "genMultiplier", true);
+    for (const InputField& field : kInputFields)
+        inputs.*field.file = InputAt(in, field.key, field.positive);
     return inputs;
 }
 
@@ -260,12 +268,10 @@ std::string ReadAtMostLimit(const std::string& path) {
 }  // namespace
 
 DesignFile DesignFileOf(const Design& design) {
-    const DesignState& s = design.state();
     DesignFile file;
-    file.inputs = {s.frequency, s.plateR, s.intermediateR, s.loadR,        s.piQ,
-                   s.peakSwing, s.spare,  s.rfPower,       s.genMultiplier};
+    for (const InputField& field : kInputFields)
+        file.inputs.*field.file = design.state().*field.state;
     file.lossQ = design.lossQ();
-    if (file.lossQ) file.lossQ->wound = {};
     file.woundCoils = {design.woundCoil(TankPart::L1), design.woundCoil(TankPart::L2)};
     file.useWoundCoilQ = design.usesWoundCoilQ();
     file.bandPlan = design.bandPlanInputs();
@@ -274,17 +280,8 @@ DesignFile DesignFileOf(const Design& design) {
 }
 
 void ApplyDesignFile(const DesignFile& file, Design& design) {
-    DesignState& s = design.state();
-    const SessionInputs& in = file.inputs;
-    s.frequency = in.frequency;
-    s.plateR = in.plateR;
-    s.intermediateR = in.intermediateR;
-    s.loadR = in.loadR;
-    s.piQ = in.piQ;
-    s.peakSwing = in.peakSwing;
-    s.spare = in.spare;
-    s.rfPower = in.rfPower;
-    s.genMultiplier = in.genMultiplier;
+    for (const InputField& field : kInputFields)
+        design.state().*field.state = file.inputs.*field.file;
     design.SetLossQ(file.lossQ);
     design.SetWoundCoil(TankPart::L1, file.woundCoils[0]);
     design.SetWoundCoil(TankPart::L2, file.woundCoils[1]);
