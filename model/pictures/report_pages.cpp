@@ -190,27 +190,25 @@ PagePlacement SchematicPlacement(const DesignState& state, const StressDisplay& 
 // are left out.
 void DropCrowdedFrequencyLabels(Surface& drawing) {
     const AverageGlyphMeasure measure;
+    // One box per text, in drawing order: the n-th box is the n-th text drawn.
     const std::vector<TextBox> boxes = TextBoxes(drawing, measure);
     std::vector<TextBox> kept;
-    std::vector<std::string> dropped;
-    for (const TextBox& box : boxes) {
+    std::vector<bool> crowded(boxes.size(), false);
+    for (std::size_t i = 0; i < boxes.size(); ++i) {
+        const TextBox& box = boxes[i];
         if (box.top < kSmallPlotFrame.area.bottom || box.top >= kHarmonicHeaderY - 100) continue;
         // Room between two texts: the page's fonts run wider than the average glyphs measured
         // here, by up to a third of a short label.
         const float gap = std::max((box.bottom - box.top) / 4, (box.right - box.left) / 3);
-        const bool crowded = std::any_of(kept.begin(), kept.end(), [&](const TextBox& other) {
+        crowded[i] = std::any_of(kept.begin(), kept.end(), [&](const TextBox& other) {
             return box.top < other.bottom && other.top < box.bottom &&
                    box.left < other.right + gap && other.left < box.right + gap;
         });
-        (crowded ? dropped.push_back(box.text) : kept.push_back(box));
+        if (!crowded[i]) kept.push_back(box);
     }
-    std::size_t next = 0;
-    drawing.Drop([&](const DrawOp& op) {
-        if (op.kind != DrawOp::Kind::Text || next >= dropped.size() || op.text != dropped[next])
-            return false;
-        ++next;
-        return true;
-    });
+    std::size_t text = 0;
+    drawing.Drop(
+        [&](const DrawOp& op) { return op.kind == DrawOp::Kind::Text && crowded[text++]; });
 }
 
 PagePlacement PlotPlacement(const DesignState& state, const DesignResults& results) {
