@@ -66,15 +66,11 @@ std::pair<QRectF, QRectF> AsBuiltBoxes(int index) {
 // The labels that name the display unit, in the order of UnitCaptions.
 constexpr std::array<const char*, 5> kUnitCaptionLabels = {"lblFormDiameter", "lblFormLength",
                                                            "Label6", "Label8", "Label14"};
-// What a calculation fills in, shown only once there is something to show.
-constexpr std::array<const char*, 16> kResultLabels = {"Label7",           "Label9",
-                                                       "Label11",          "Label15",
-                                                       "Label17",          "lblResistance",
-                                                       "lblQuarterWave",   "lblShape",
-                                                       "lblAsBuilt",       "lblSheet",
-                                                       "lblWound",         "lblAcResistance",
-                                                       "lblUnloadedQ",     "lblSelfCapacitance",
-                                                       "lblSelfResonance", "lblAsBuiltNote"};
+// What a calculation fills in, shown only once there is something to show; the as-built values
+// are those of kAsBuiltRows, beside their heading and note here.
+constexpr std::array<const char*, 10> kResultLabels = {
+    "Label7",        "Label9",         "Label11",  "Label15",    "Label17",
+    "lblResistance", "lblQuarterWave", "lblShape", "lblAsBuilt", "lblAsBuiltNote"};
 
 constexpr std::string_view kChooseInductor = "Choose the inductor to wind first: L1 or L2.";
 
@@ -370,10 +366,14 @@ void FrmInductor::ShowAsBuilt() {
 }
 
 void FrmInductor::EmptyResults() {
-    for (const char* name : kResultLabels) {
+    const auto empty = [this](const char* name) {
         labels_.at(name)->clear();
         labels_.at(name)->setVisible(false);
-    }
+    };
+    for (const char* name : kResultLabels)
+        empty(name);
+    for (const AsBuiltRow& row : kAsBuiltRows)
+        empty(row.valueLabel);
 }
 
 void FrmInductor::Redraw() {
