@@ -5,10 +5,10 @@
 set -eu
 SUDO=""
 if [ "$(id -u)" != "0" ]; then SUDO="sudo"; fi
-# The compiler, CMake, Ninja, Qt 6, GoogleTest, Google Benchmark, nlohmann-json (design files)
+# The compiler, CMake, Ninja, Qt 6, GoogleTest, Google Benchmark, nlohmann-json (design files, JSON reports), CLI11 (options)
 # and the fonts the screens use;
 # ngspice, scikit-rf and pdftotext check the written files independently of VARO.
-PACKAGES="g++ cmake ninja-build qt6-base-dev qt6-svg-dev libgl-dev libgtest-dev libgmock-dev libbenchmark-dev nlohmann-json3-dev dpkg-dev fonts-liberation2 fonts-dejavu-core locales ngspice python3-scikit-rf poppler-utils"
+PACKAGES="g++ cmake ninja-build qt6-base-dev qt6-svg-dev libgl-dev libgtest-dev libgmock-dev libbenchmark-dev nlohmann-json3-dev libcli11-dev dpkg-dev fonts-liberation2 fonts-dejavu-core locales ngspice python3-scikit-rf poppler-utils"
 if [ "${1:-}" = "--ci" ]; then
   PACKAGES="$PACKAGES clang-format git xvfb xauth dbus-x11 at-spi2-core python3-pyatspi desktop-file-utils"
 fi

@@ -1,29 +1,71 @@
 #include "app/cli/arguments.h"
 
+#include <CLI/CLI.hpp>
+#include <algorithm>
+
 namespace varo::cli {
 
+namespace {
+
+// What CLI11 records for a valued option given bare ("--plate" or "--plate="); an empty word
+// ("--plate ''") stays an empty entry.
+const std::string kNoValueGiven = "\x01";
+
+// "--help" also answers to "-h", as the overview does.
+std::string NamesOf(const std::string& name) {
+    return name == "--help" ? "-h,--help" : name;
+}
+
+// CLI11 takes values as a stack: the last word first.
+std::vector<std::string> Reversed(std::vector<std::string> words) {
+    std::reverse(words.begin(), words.end());
+    return words;
+}
+
+// Words CLI11 left over: an option it does not know, or a word that belongs to none.
+void RejectLeftOvers(const CLI::App& app) {
+    const auto left = app.remaining();
+    if (left.empty()) return;
+    const std::string& word = left.front();
+    if (word.rfind("--", 0) == 0)
+        throw UsageError("unknown option '" + word.substr(0, word.find('=')) + "'");
+    throw UsageError("unexpected argument '" + word + "'");
+}
+
+}  // namespace
+
 Arguments Arguments::Parse(const std::vector<std::string>& words, const OptionSpec& options) {
+    CLI::App app;
+    app.set_help_flag();  // the commands print their own usage
+    app.allow_extras();
+    // A valued option may stand bare so that "--frequency --json" is reported as a missing value
+    // instead of taking "--json" as the frequency.
+    std::vector<std::pair<std::string, const CLI::Option*>> valued, flags;
+    for (const auto& name : options.valued)
+        valued.emplace_back(name, app.add_option(name)->expected(0, 1)->default_str(kNoValueGiven));
+    for (const auto& name : options.flags)
+        flags.emplace_back(name, app.add_flag(NamesOf(name)));
+    try {
+        app.parse(Reversed(words));
+    } catch (const CLI::ParseError& mistake) {
+        throw UsageError(mistake.what());
+    }
     Arguments parsed;
-    for (std::size_t i = 0; i < words.size(); ++i) {
-        const std::string& word = words[i];
-        if (word.rfind("--", 0) != 0) throw UsageError("unexpected argument '" + word + "'");
-        const auto equals = word.find('=');
-        const std::string name = word.substr(0, equals);
-        if (options.flags.count(name)) {
-            if (equals != std::string::npos) throw UsageError(name + " takes no value");
-            parsed.flags_.insert(name);
-            continue;
-        }
-        if (!options.valued.count(name)) throw UsageError("unknown option '" + name + "'");
-        if (equals != std::string::npos) {
-            parsed.values_[name] = word.substr(equals + 1);
-        } else if (i + 1 < words.size() && words[i + 1].rfind('-', 0) != 0) {
-            parsed.values_[name] = words[++i];
-        } else {
+    for (const auto& [name, option] : valued) {
+        if (option->count() == 0) continue;
+        const std::string& value = option->results().back();  // the last one given counts
+        if (value == kNoValueGiven)
             throw UsageError(name + " needs a value (write " + name +
                              "=VALUE for a value that begins with \"-\")");
-        }
+        parsed.values_[name] = value;
     }
+    for (const auto& [name, option] : flags) {
+        if (option->count() == 0) continue;
+        for (const auto& given : option->results())
+            if (given != "true") throw UsageError(name + " takes no value");
+        parsed.flags_.insert(name);
+    }
+    RejectLeftOvers(app);
     return parsed;
 }
 

@@ -2,9 +2,16 @@
 
 #include <charconv>
 #include <cmath>
-#include <cstdio>
+#include <cstdint>
+#include <nlohmann/json.hpp>
+#include <vector>
 
 namespace varo::cli {
+
+// Figures are written as single-precision numbers, the precision the design works in: the
+// shortest digits that give the same float back.
+using Json = nlohmann::basic_json<nlohmann::ordered_map, std::vector, std::string, bool,
+                                  std::int64_t, std::uint64_t, float>;
 
 std::string JsonNumber(double value) {
     if (!std::isfinite(value)) return "null";
@@ -17,161 +24,77 @@ std::string JsonNumber(double value) {
 
 namespace {
 
-bool InRange(unsigned char byte, unsigned char low, unsigned char high) {
-    return byte >= low && byte <= high;
-}
-
-// The length of the well-formed UTF-8 character that starts at `at`, or 0 when the bytes there are
-// not one (a stray byte, a cut sequence, an overlong form, a surrogate).
-std::size_t Utf8Length(std::string_view text, std::size_t at) {
-    const auto byte = [&](std::size_t i) {
-        return at + i < text.size() ? static_cast<unsigned char>(text[at + i]) : 0;
-    };
-    const unsigned char lead = byte(0);
-    std::size_t length = 0;
-    unsigned char low = 0x80, high = 0xBF;  // range of the second byte
-    if (InRange(lead, 0xC2, 0xDF)) length = 2;
-    if (InRange(lead, 0xE0, 0xEF)) length = 3;
-    if (InRange(lead, 0xF0, 0xF4)) length = 4;
-    if (lead == 0xE0) low = 0xA0;
-    if (lead == 0xED) high = 0x9F;
-    if (lead == 0xF0) low = 0x90;
-    if (lead == 0xF4) high = 0x8F;
-    if (length == 0 || !InRange(byte(1), low, high)) return 0;
-    for (std::size_t i = 2; i < length; ++i)
-        if (!InRange(byte(i), 0x80, 0xBF)) return 0;
-    return length;
-}
-
-// Control characters escaped; text that is not UTF-8 (a path's raw bytes) becomes U+FFFD, one
-// replacement per stray byte, so the document is always valid.
-void AppendCharacter(std::string& quoted, std::string_view text, std::size_t& at) {
-    const auto ch = static_cast<unsigned char>(text[at]);
-    if (ch < 0x80) {
-        ++at;
-        if (ch < 0x20) {
-            char escaped[8];
-            std::snprintf(escaped, sizeof escaped, "\\u%04x", ch);
-            quoted += escaped;
-        } else {
-            quoted += static_cast<char>(ch);
-        }
-        return;
-    }
-    const std::size_t length = Utf8Length(text, at);
-    if (length == 0) {
-        quoted += "\\ufffd";
-        ++at;
-        return;
-    }
-    quoted.append(text.substr(at, length));
-    at += length;
+// Whole numbers stay integers so that 50 is not written "50.0".
+Json Figure(double value) {
+    const float figure = static_cast<float>(value);
+    if (!std::isfinite(figure)) return nullptr;
+    if (std::trunc(figure) == figure && std::fabs(figure) < 1e15f)
+        return static_cast<std::int64_t>(figure);
+    return figure;
 }
 
 }  // namespace
 
-std::string JsonString(std::string_view text) {
-    std::string quoted = "\"";
-    for (std::size_t at = 0; at < text.size();) {
-        const unsigned char ch = static_cast<unsigned char>(text[at]);
-        switch (ch) {
-            case '"':
-                quoted += "\\\"";
-                break;
-            case '\\':
-                quoted += "\\\\";
-                break;
-            case '\r':
-                quoted += "\\r";
-                break;
-            case '\n':
-                quoted += "\\n";
-                break;
-            case '\t':
-                quoted += "\\t";
-                break;
-            default:
-                AppendCharacter(quoted, text, at);
-                continue;
+struct JsonWriter::Document {
+    Json root;
+    std::vector<Json*> open;  // the path from the root to the array or object being filled
+
+    Json& Add(std::string_view key, Json value) {
+        if (open.empty()) return root = std::move(value);
+        Json& parent = *open.back();
+        if (parent.is_array()) {
+            parent.push_back(std::move(value));
+            return parent.back();
         }
-        ++at;
+        return parent[std::string(key)] = std::move(value);
     }
-    return quoted + "\"";
-}
+};
 
-void JsonWriter::Indent() {
-    text_.append(2 * firstInScope_.size(), ' ');
-}
-
-void JsonWriter::Key(std::string_view key) {
-    if (!firstInScope_.empty()) {
-        if (!firstInScope_.back()) text_ += ",";
-        firstInScope_.back() = false;
-        text_ += "\n";
-        Indent();
-    }
-    if (!key.empty()) text_ += JsonString(key) + ": ";
-}
+JsonWriter::JsonWriter() : document_(std::make_unique<Document>()) {}
+JsonWriter::~JsonWriter() = default;
 
 JsonWriter& JsonWriter::BeginObject(std::string_view key) {
-    Key(key);
-    text_ += "{";
-    firstInScope_.push_back(true);
+    document_->open.push_back(&document_->Add(key, Json::object()));
     return *this;
 }
 
 JsonWriter& JsonWriter::BeginArray(std::string_view key) {
-    Key(key);
-    text_ += "[";
-    firstInScope_.push_back(true);
+    document_->open.push_back(&document_->Add(key, Json::array()));
     return *this;
 }
 
 JsonWriter& JsonWriter::EndObject() {
-    const bool empty = firstInScope_.back();
-    firstInScope_.pop_back();
-    if (!empty) {
-        text_ += "\n";
-        Indent();
-    }
-    text_ += "}";
-    if (firstInScope_.empty()) text_ += "\n";
+    document_->open.pop_back();
     return *this;
 }
 
 JsonWriter& JsonWriter::EndArray() {
-    const bool empty = firstInScope_.back();
-    firstInScope_.pop_back();
-    if (!empty) {
-        text_ += "\n";
-        Indent();
-    }
-    text_ += "]";
+    document_->open.pop_back();
     return *this;
 }
 
 JsonWriter& JsonWriter::Number(std::string_view key, double value) {
-    Key(key);
-    text_ += JsonNumber(value);
+    document_->Add(key, Figure(value));
     return *this;
 }
 
 JsonWriter& JsonWriter::Integer(std::string_view key, long long value) {
-    Key(key);
-    text_ += std::to_string(value);
+    document_->Add(key, value);
     return *this;
 }
 
 JsonWriter& JsonWriter::String(std::string_view key, std::string_view value) {
-    Key(key);
-    text_ += JsonString(value);
+    document_->Add(key, std::string(value));
     return *this;
 }
 
 JsonWriter& JsonWriter::Bool(std::string_view key, bool value) {
-    Key(key);
-    text_ += value ? "true" : "false";
+    document_->Add(key, value);
     return *this;
+}
+
+std::string JsonWriter::text() const {
+    return document_->root.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
 }
 
 }  // namespace varo::cli
