@@ -10,7 +10,7 @@ if [ "$(id -u)" != "0" ]; then SUDO="sudo"; fi
 # ngspice, scikit-rf and pdftotext check the written files independently of VARO.
 PACKAGES="g++ cmake ninja-build qt6-base-dev qt6-svg-dev libgl-dev libgtest-dev libgmock-dev libbenchmark-dev nlohmann-json3-dev libcli11-dev dpkg-dev fonts-liberation2 fonts-dejavu-core locales ngspice python3-scikit-rf poppler-utils"
 if [ "${1:-}" = "--ci" ]; then
-  PACKAGES="$PACKAGES clang-format git xvfb xauth dbus-x11 at-spi2-core python3-pyatspi desktop-file-utils"
+  PACKAGES="$PACKAGES clang-format git xvfb xauth dbus-x11 at-spi2-core python3-pyatspi desktop-file-utils appstream"
 fi
 missing=""
 for p in $PACKAGES; do
