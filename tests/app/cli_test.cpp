@@ -110,7 +110,7 @@ TEST(Cli, WholeTextsAndExitStatus) {
         {{"design", "--plate="}, 2, "", mistake(needsValue, kDesignUsage)},
         {{"design", "--plate"}, 2, "", mistake(needsValue, kDesignUsage)},
         {{"design", "--json=yes"}, 2, "", mistake("--json takes no value", kDesignUsage)},
-        {{"design", "3.6M"}, 2, "", mistake("unexpected argument '3.6M'", kDesignUsage)},
+        {{"design", "-q", "10"}, 2, "", mistake("unexpected argument '-q'", kDesignUsage)},
         {{"design", "--colour"}, 2, "", mistake("unknown option '--colour'", kDesignUsage)},
         {{"design", "--coil-q", "0"}, 2, "", mistake("--coil-q needs an unloaded Q above 0", kDesignUsage)},
         {{"design", "--touchstone", "net.txt"}, 2, "",
@@ -125,7 +125,8 @@ TEST(Cli, WholeTextsAndExitStatus) {
         // A number after an option is its value, even with a minus sign.
         {{"coil", "--inductance", "10u", "--frequency", "-7M"}, 2, "",
          mistake("--frequency needs a frequency above 0, such as 7.15M", kCoilUsage)},
-        {{"plate-load", "--swing", "0.5", "--power", "100"}, 0,
+        // The last of a repeated option counts.
+        {{"plate-load", "--swing", "0.5", "--power", "5", "--power", "100"}, 0,
          "Peak plate swing, volts: 1 \nRF power, RMS watts: 100 \nClass factor K: 2\n"
          "New plate load: 0.005  ohms\n"
          "Below the design screen's least plate load, .1 ohms: the design cannot be worked out "
