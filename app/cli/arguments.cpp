@@ -39,10 +39,13 @@ Arguments Arguments::Parse(const std::vector<std::string>& words, const OptionSp
     app.set_help_flag();  // the commands print their own usage
     app.allow_extras();
     // A valued option may stand bare so that "--frequency --json" is reported as a missing value
-    // instead of taking "--json" as the frequency.
+    // instead of taking "--json" as the frequency; given twice, the last value counts.
     std::vector<std::pair<std::string, const CLI::Option*>> valued, flags;
     for (const auto& name : options.valued)
-        valued.emplace_back(name, app.add_option(name)->expected(0, 1)->default_str(kNoValueGiven));
+        valued.emplace_back(name, app.add_option(name)
+                                      ->expected(0, 1)
+                                      ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
+                                      ->default_str(kNoValueGiven));
     for (const auto& name : options.flags)
         flags.emplace_back(name, app.add_flag(NamesOf(name)));
     try {
