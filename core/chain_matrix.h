@@ -37,6 +37,12 @@ inline Complex operator/(Complex a, Complex b) {
     return {product.re / scale, product.im / scale};
 }
 
+// The reflection of an impedance against a real reference resistance.
+inline Complex Reflection(Complex z, double referenceOhms) {
+    const Complex r{referenceOhms, 0};
+    return (z - r) / (z + r);
+}
+
 // Chain (ABCD) matrix of a two-port, generator side first.
 struct ChainMatrix {
     Complex a{1, 0};
@@ -55,6 +61,11 @@ inline void AppendSeries(ChainMatrix& t, Complex z) {
 inline void AppendShunt(ChainMatrix& t, Complex y) {
     t.a = t.a + t.b * y;
     t.c = t.c + t.d * y;
+}
+
+// The impedance at the generator side with `zLoad` at the other.
+inline Complex InputImpedance(const ChainMatrix& t, Complex zLoad) {
+    return (t.a * zLoad + t.b) / (t.c * zLoad + t.d);
 }
 
 // The impedance of an inductor or the admittance of a capacitor with reactance (or susceptance)

@@ -6,6 +6,41 @@
 
 namespace varo {
 
+namespace {
+
+// For the design and for a read-only design alike.
+template <class State>
+auto& PartIn(State& state, TankPart part) {
+    switch (part) {
+        case TankPart::L1:
+            return state.L1;
+        case TankPart::L2:
+            return state.L2;
+        case TankPart::C1:
+            return state.C1;
+        case TankPart::C2:
+            return state.C2;
+        case TankPart::C3:
+            break;
+    }
+    return state.C3;
+}
+
+}  // namespace
+
+float& PartOf(DesignState& state, TankPart part) {
+    return PartIn(state, part);
+}
+
+float PartOf(const DesignState& state, TankPart part) {
+    return PartIn(state, part);
+}
+
+const char* TankPartName(TankPart part) {
+    constexpr const char* kNames[kTankParts] = {"L1", "L2", "C1", "C2", "C3"};
+    return kNames[static_cast<int>(part)];
+}
+
 bool LSectionStepsUp(const DesignState& state) {
     return state.intermediateR < state.loadR;
 }

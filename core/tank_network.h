@@ -11,6 +11,11 @@ namespace varo {
 enum class TankPart { L1, L2, C1, C2, C3 };
 inline constexpr int kTankParts = 5;
 
+// The design's value of a part, and the part's name ("L1").
+float& PartOf(DesignState& state, TankPart part);
+float PartOf(const DesignState& state, TankPart part);
+const char* TankPartName(TankPart part);
+
 // One element of the network as built, generator side first.
 struct TankElement {
     bool series = false;  // series inductor, else shunt capacitor

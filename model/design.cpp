@@ -56,6 +56,7 @@ void Design::SetLossQ(std::optional<TankQ> q) {
 
 void Design::Settle(DesignResults results) {
     results_ = std::move(results);
+    designValues_.reset();
     SettleLosses();
     SettleBandPlan();
     SettleLoadRange();
@@ -227,6 +228,8 @@ bool Design::SweepAsLaidOut(Reporter& reporter) {
     RunGuarded(reporter, [&] { swept = SweepRoutine(*state_, reporter); });
     results_.harmonics = AnalyzeHarmonicsAsLaidOut(*state_);
     results_.sweep = SweepTable::Of(*state_);
+    const LoadRangeResult* range = results_.loadRange ? &*results_.loadRange : nullptr;
+    results_.input = InputViewOf(*state_, results_.sweep.frequency, range);
     return swept;
 }
 
@@ -242,16 +245,70 @@ bool Design::NudgePart(Nudge nudge, Reporter& reporter) {
                              " cannot be changed any further; it keeps its value.");
         return false;
     }
+    KeepDesignValues();
+    part = StoreSingle(changed);  // checked above
     SetupLadder(*state_);
     if (nudge == Nudge::InductorUp) RunGuarded(reporter, [&] { SweepRoutine(*state_, reporter); });
-    // The nudged part stays in the design until the next recalculation: its values, the
-    // stresses it brings (worked out on a copy, the design's own figures untouched) and losses.
+    SettleChangedParts();
+    return true;
+}
+
+// A changed part stays in the design until the next recalculation: its values, the stresses it
+// brings (worked out on a copy, the design's own figures untouched) and losses.
+void Design::SettleChangedParts() {
     results_.components = ComponentValues::Of(*state_);
     auto scratch = std::make_unique<DesignState>(*state_);
     RunGuarded(SilentReporter(),
                [&] { results_.stresses = ShowStresses(*scratch, SilentReporter()); });
     SettleLosses();
+}
+
+Design::PartValues Design::PartValuesOf(const DesignState& state) {
+    PartValues values{};
+    for (int i = 0; i < kTankParts; ++i)
+        values[i] = PartOf(state, static_cast<TankPart>(i));
+    return values;
+}
+
+void Design::KeepDesignValues() {
+    if (!designValues_) designValues_ = PartValuesOf(*state_);
+}
+
+bool Design::TunePart(TankPart part, double factor, Reporter& reporter) {
+    const double designValue =
+        designValues_ ? (*designValues_)[static_cast<int>(part)] : PartOf(*state_, part);
+    float tuned = 0;
+    try {
+        tuned = StoreSingle(designValue * factor);
+    } catch (const ArithmeticFault&) {
+        reporter.ShowMessage(std::string(TankPartName(part)) +
+                             " cannot be changed any further; it keeps its value.");
+        return false;
+    }
+    KeepDesignValues();
+    PartOf(*state_, part) = tuned;
+    RunGuarded(reporter, [&] { SetupLadder(*state_); });
+    SettleChangedParts();
     return true;
+}
+
+double Design::TuningFactor(TankPart part) const {
+    const double value = PartOf(*state_, part);
+    if (!designValues_) return 1;
+    const double designValue = (*designValues_)[static_cast<int>(part)];
+    return designValue != 0 ? value / designValue : 1;
+}
+
+bool Design::Tuned() const {
+    return designValues_ && *designValues_ != PartValuesOf(*state_);
+}
+
+void Design::RestoreDesignValues() {
+    if (!designValues_) return;
+    for (int i = 0; i < kTankParts; ++i)
+        PartOf(*state_, static_cast<TankPart>(i)) = (*designValues_)[i];
+    RunGuarded(SilentReporter(), [&] { SetupLadder(*state_); });
+    SettleChangedParts();
 }
 
 }  // namespace varo

@@ -99,7 +99,22 @@ class Design {
     // the part changed; the caller then redraws with SweepAsLaidOut.
     bool NudgePart(Nudge nudge, Reporter& reporter);
 
+    // The large plot's knobs: sets C1, C2, L1 or L2 to its design value times `factor` and
+    // lays the ladder out again, as NudgePart does; the caller then redraws with SweepAsLaidOut.
+    // The design values are kept until the next recalculation. Returns whether the part changed.
+    bool TunePart(TankPart part, double factor, Reporter& reporter);
+    // A part's value over its design value: 1 for a part neither tuned nor nudged.
+    double TuningFactor(TankPart part) const;
+    // Whether a knob or a nudge has moved any part from its design value.
+    bool Tuned() const;
+    // Every part back to its design value, the nudged C3 and L2 too; the caller redraws.
+    void RestoreDesignValues();
+
   private:
+    using PartValues = std::array<float, kTankParts>;
+    static PartValues PartValuesOf(const DesignState& state);
+    void KeepDesignValues();
+    void SettleChangedParts();
     bool Recalculate(DesignForm& form, Dialogs& dialogs, Reporter& reporter);
     void Settle(DesignResults results);
     void SettleRest();
@@ -114,6 +129,7 @@ class Design {
     bool useWoundQ_ = false;
     std::optional<BandPlanInputs> bandInputs_;
     std::optional<LoadRangeRequest> loadRequest_;
+    std::optional<PartValues> designValues_;  // from before the first knob step or nudge
 };
 
 }  // namespace varo

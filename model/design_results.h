@@ -9,6 +9,7 @@
 #include "core/reporter.h"
 #include "core/tank_losses.h"
 #include "model/band_plan.h"
+#include "model/input_view.h"
 #include "model/load_range.h"
 
 namespace varo {
@@ -84,6 +85,7 @@ struct DesignResults {
     std::optional<TankLosses> losses;  // the tank with real coil and capacitor Q, when asked for
     std::optional<BandPlan> bandPlan;  // every band of the amplifier, once a plan is asked for
     std::optional<LoadRangeResult> loadRange;  // the loads beyond a resistance, once asked for
+    std::optional<InputView> input;  // what the tube sees, from the large plot's last redraw
 };
 
 // The building blocks of the design's sequences (see Design for the sequences themselves).

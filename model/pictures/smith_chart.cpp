@@ -39,11 +39,6 @@ struct Placer {
     float Length(double gamma) const { return static_cast<float>(gamma) * place.radius; }
 };
 
-Complex Reflection(Complex z, double r0) {
-    const Complex normalised{z.re / r0, z.im / r0};
-    return (normalised - Complex{1, 0}) / (normalised + Complex{1, 0});
-}
-
 void DrawFullCircle(Surface& surface, const Placer& at, double centreRe, double radius,
                     Colour colour) {
     surface.Arc(at.X(centreRe), at.Y(0), at.Length(radius), 0, kFullTurn, colour);

@@ -166,3 +166,53 @@ TEST_F(DesignTest, QMinusStopsSilentlyAtTheFloor) {
 
 }  // namespace
 }  // namespace varo
+
+namespace varo {
+namespace {
+
+// The knobs set a part to its design value times a factor, nudged or not; the design values
+// come back on request and are forgotten by the next recalculation. With the swing fixed, the
+// plate current dips where C1 tunes the network; C1 across the plate takes no power, so the
+// load's stays.
+TEST_F(DesignTest, KnobsTuneFromTheDesignValuesUntilTheNextRecalculation) {
+    design->Accept(form, dialogs, reporter);
+    state().peakSwing = 3000;
+    const float c1 = state().C1, l2 = state().L2, c3 = state().C3;
+    std::vector<double> amperes, watts;
+    for (const double factor : {0.97, 1.0, 1.03}) {
+        ASSERT_TRUE(design->TunePart(TankPart::C1, factor, reporter));
+        design->SweepAsLaidOut(reporter);
+        EXPECT_EQ(state().C1, static_cast<float>(c1 * factor));
+        EXPECT_EQ(results().components.C1, state().C1);
+        EXPECT_NEAR(design->TuningFactor(TankPart::C1), factor, 1e-6);
+        amperes.push_back(*results().input->plateCurrent);
+        watts.push_back(*results().input->loadWatts);
+    }
+    EXPECT_TRUE(design->Tuned());
+    design->TunePart(TankPart::C1, 1, reporter);
+    EXPECT_FALSE(design->Tuned());
+    EXPECT_LT(amperes[1], std::min(amperes[0], amperes[2]));
+    EXPECT_NEAR(watts[0] / watts[1], 1, 1e-5);
+    EXPECT_NEAR(watts[2] / watts[1], 1, 1e-5);
+    EXPECT_NEAR(amperes[1], 2, 1e-3);  // 3000 V on 1500 ohms
+
+    ASSERT_TRUE(design->NudgePart(Nudge::InductorUp, reporter));
+    design->TunePart(TankPart::C2, 1.1, reporter);
+    EXPECT_TRUE(design->Tuned());
+    EXPECT_NEAR(design->TuningFactor(TankPart::L2), 1.03, 1e-6);
+    design->TunePart(TankPart::L2, 1, reporter);  // the knob counts from the design value
+    EXPECT_EQ(state().L2, l2);
+    design->NudgePart(Nudge::CapacitorUp, reporter);
+    design->RestoreDesignValues();
+    EXPECT_FALSE(design->Tuned());
+    EXPECT_EQ(state().C3, c3);
+    EXPECT_EQ(results().components, ComponentValues::Of(state()));
+
+    design->TunePart(TankPart::L1, 0.5, reporter);
+    design->Accept(form, dialogs, reporter);
+    EXPECT_FALSE(design->Tuned());
+    EXPECT_EQ(design->TuningFactor(TankPart::L1), 1);
+}
+
+}  // namespace
+}  // namespace varo
