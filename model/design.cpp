@@ -1,6 +1,7 @@
 #include "model/design.h"
 
 #include <string>
+#include <vector>
 
 #include "core/fault.h"
 #include "core/network.h"
@@ -275,18 +276,24 @@ void Design::KeepDesignValues() {
 }
 
 bool Design::TunePart(TankPart part, double factor, Reporter& reporter) {
-    const double designValue =
-        designValues_ ? (*designValues_)[static_cast<int>(part)] : PartOf(*state_, part);
-    float tuned = 0;
-    try {
-        tuned = StoreSingle(designValue * factor);
-    } catch (const ArithmeticFault&) {
-        reporter.ShowMessage(std::string(TankPartName(part)) +
-                             " cannot be changed any further; it keeps its value.");
-        return false;
-    }
     KeepDesignValues();
-    PartOf(*state_, part) = tuned;
+    // Where C3 stands beside C2 at the midpoint the two are one loading capacitor: the knob
+    // turns both.
+    std::vector<TankPart> parts{part};
+    if (part == TankPart::C2 && state_->intermediateR > state_->loadR)
+        parts.push_back(TankPart::C3);
+    std::vector<float> tuned;
+    for (const TankPart moved : parts) {
+        try {
+            tuned.push_back(StoreSingle((*designValues_)[static_cast<int>(moved)] * factor));
+        } catch (const ArithmeticFault&) {
+            reporter.ShowMessage(std::string(TankPartName(moved)) +
+                                 " cannot be changed any further; it keeps its value.");
+            return false;
+        }
+    }
+    for (std::size_t i = 0; i < parts.size(); ++i)
+        PartOf(*state_, parts[i]) = tuned[i];
     RunGuarded(reporter, [&] { SetupLadder(*state_); });
     SettleChangedParts();
     return true;

@@ -99,9 +99,10 @@ class Design {
     // the part changed; the caller then redraws with SweepAsLaidOut.
     bool NudgePart(Nudge nudge, Reporter& reporter);
 
-    // The large plot's knobs: sets C1, C2, L1 or L2 to its design value times `factor` and
-    // lays the ladder out again, as NudgePart does; the caller then redraws with SweepAsLaidOut.
-    // The design values are kept until the next recalculation. Returns whether the part changed.
+    // The large plot's knobs: sets C1, C2, L1 or L2 to its design value times `factor` (C2 with
+    // C3 where the two share the midpoint) and lays the ladder out again, as NudgePart does;
+    // the caller then redraws with SweepAsLaidOut. The design values are kept until the next
+    // recalculation. Returns whether the part changed.
     bool TunePart(TankPart part, double factor, Reporter& reporter);
     // A part's value over its design value: 1 for a part neither tuned nor nudged.
     double TuningFactor(TankPart part) const;

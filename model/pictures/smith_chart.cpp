@@ -19,6 +19,8 @@ constexpr float kMargin = 60;
 constexpr float kDiscRadius = 45;
 constexpr float kCrossHalf = 55;
 constexpr float kLabelGap = 90;
+constexpr float kLoadDotRadius = 25;
+constexpr double kOffRimSlack = 0.05;  // a pointer just beyond the rim still finds the trace
 constexpr double kFullTurn = 2 * std::numbers::pi;
 
 constexpr std::array<double, 5> kGridResistances{0.2, 0.5, 1, 2, 5};
@@ -98,11 +100,12 @@ std::map<int, std::string> WorstLabels(const LoadRange& range) {
 
 // Towards the chart's middle, so that a label by the rim stays on the chart.
 void DrawLabel(Surface& surface, const SmithPlace& place, float x, float y,
-               const std::string& label) {
+               const std::string& label, Colour colour = kBlack) {
     const bool onLeft = x <= place.centreX;
     surface.Text(
         onLeft ? x + kLabelGap : x - kLabelGap, y, label,
-        TextAlign{onLeft ? HorizontalAlign::Left : HorizontalAlign::Right, VerticalAlign::Middle});
+        TextAlign{onLeft ? HorizontalAlign::Left : HorizontalAlign::Right, VerticalAlign::Middle},
+        colour);
 }
 
 }  // namespace
@@ -115,16 +118,26 @@ SmithPlace SmithChartPlace(const ChartBox& box) {
     return {(box.left + box.right) / 2, top + side / 2, std::max(side / 2 - kMargin, 0.0f)};
 }
 
-void DrawSmithChart(Surface& surface, const ChartBox& box, const LoadRangeResult& result,
-                    double r0) {
+namespace {
+
+// The grid and the caption under it, "normalised to 50 ohms" and what `more` adds.
+Placer DrawFrame(Surface& surface, const ChartBox& box, double r0, const std::string& more = {}) {
     const Placer at{SmithChartPlace(box)};
     surface.SetFont(kDefaultSurfaceFont, kChartPoints);
     surface.SetLineWidth(1);
     DrawGrid(surface, at);
     surface.Text(at.place.centreX,
                  at.place.centreY + at.place.radius + kMargin + kCaptionHeight / 2,
-                 std::string("normalised to ") + TrimmedText(r0, 2) + " ohms",
+                 std::string("normalised to ") + TrimmedText(r0, 2) + " ohms" + more,
                  TextAlign{HorizontalAlign::Centre, VerticalAlign::Middle});
+    return at;
+}
+
+}  // namespace
+
+void DrawSmithChart(Surface& surface, const ChartBox& box, const LoadRangeResult& result,
+                    double r0) {
+    const Placer at = DrawFrame(surface, box, r0);
     if (!(r0 > 0)) return;
     const LoadRangeRequest& request = result.request;
     if (request.kind == LoadRangeRequest::Kind::SwrCircle && request.swr >= 1)
@@ -138,6 +151,73 @@ void DrawSmithChart(Surface& surface, const ChartBox& box, const LoadRangeResult
         const Complex gamma = Reflection(loads[index].zLoad, r0);
         DrawLabel(surface, at.place, at.X(gamma.re), at.Y(gamma.im), label);
     }
+}
+
+namespace {
+
+bool Finite(Complex z) {
+    return std::isfinite(z.re) && std::isfinite(z.im);
+}
+
+void DrawTrace(Surface& surface, const Placer& at, const std::vector<Complex>& gammas) {
+    for (std::size_t i = 1; i < gammas.size(); ++i) {
+        const Complex a = gammas[i - 1], b = gammas[i];
+        if (Finite(a) && Finite(b))
+            surface.Line(at.X(a.re), at.Y(a.im), at.X(b.re), at.Y(b.im), kInputTraceColour);
+    }
+}
+
+void DrawHarmonics(Surface& surface, const Placer& at, const std::vector<InputPoint>& harmonics) {
+    for (std::size_t k = 0; k < harmonics.size(); ++k) {
+        const Complex gamma = harmonics[k].gamma;
+        const float x = at.X(gamma.re), y = at.Y(gamma.im);
+        surface.Arc(x, y, kDiscRadius, 0, kFullTurn, kHarmonicPointColour);
+        DrawLabel(surface, at.place, x, y, std::to_string(k + 2), kHarmonicPointColour);
+    }
+}
+
+void DrawCursorPoint(Surface& surface, const Placer& at, Complex gamma) {
+    const float x = at.X(gamma.re), y = at.Y(gamma.im);
+    surface.Line(x - kCrossHalf, y, x + kCrossHalf, y, kCursorPointColour);
+    surface.Line(x, y - kCrossHalf, x, y + kCrossHalf, kCursorPointColour);
+}
+
+}  // namespace
+
+void DrawInputSmithChart(Surface& surface, const ChartBox& box, const InputView& view,
+                         std::optional<std::size_t> cursorIndex) {
+    const Placer at =
+        DrawFrame(surface, box, view.referenceOhms,
+                  view.c3AcrossLoad ? ", C3 across the load included" : std::string());
+    DrawTrace(surface, at, view.sweepGamma);
+    const Complex operating = view.operating.gamma;
+    DrawFullCircle(surface, at, 0, std::sqrt(SquaredMagnitude(operating)), kSwrCircleColour);
+    for (const InputPoint& load : view.loads)
+        surface.Disc(at.X(load.gamma.re), at.Y(load.gamma.im), kLoadDotRadius, kMatchedLoadColour);
+    DrawHarmonics(surface, at, view.harmonics);
+    surface.Disc(at.X(operating.re), at.Y(operating.im), kDiscRadius, kOperatingPointColour);
+    if (cursorIndex && *cursorIndex < view.sweepGamma.size() &&
+        Finite(view.sweepGamma[*cursorIndex]))
+        DrawCursorPoint(surface, at, view.sweepGamma[*cursorIndex]);
+}
+
+std::optional<std::size_t> NearestSweptPoint(const ChartBox& box, const InputView& view, float x,
+                                             float y) {
+    const SmithPlace place = SmithChartPlace(box);
+    if (!(place.radius > 0)) return std::nullopt;
+    const double re = (x - place.centreX) / place.radius, im = (place.centreY - y) / place.radius;
+    if (std::hypot(re, im) > 1 + kOffRimSlack) return std::nullopt;
+    std::optional<std::size_t> nearest;
+    double best = INFINITY;
+    for (std::size_t i = 0; i < view.sweepGamma.size(); ++i) {
+        const Complex gamma = view.sweepGamma[i];
+        const double distance = std::hypot(gamma.re - re, gamma.im - im);
+        if (distance < best) {
+            best = distance;
+            nearest = i;
+        }
+    }
+    return nearest;
 }
 
 }  // namespace varo

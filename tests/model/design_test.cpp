@@ -197,7 +197,10 @@ TEST_F(DesignTest, KnobsTuneFromTheDesignValuesUntilTheNextRecalculation) {
     EXPECT_NEAR(amperes[1], 2, 1e-3);  // 3000 V on 1500 ohms
 
     ASSERT_TRUE(design->NudgePart(Nudge::InductorUp, reporter));
-    design->TunePart(TankPart::C2, 1.1, reporter);
+    const float c2 = state().C2;
+    design->TunePart(TankPart::C2, 1.1, reporter);  // C3 beside it at the midpoint turns too
+    EXPECT_EQ(state().C2, static_cast<float>(c2 * 1.1));
+    EXPECT_EQ(state().C3, static_cast<float>(c3 * 1.1));
     EXPECT_TRUE(design->Tuned());
     EXPECT_NEAR(design->TuningFactor(TankPart::L2), 1.03, 1e-6);
     design->TunePart(TankPart::L2, 1, reporter);  // the knob counts from the design value

@@ -127,5 +127,64 @@ TEST(SmithChart, TheGridIsClippedToTheRim) {
     EXPECT_TRUE(OpsOf(surface, DrawOp::Kind::Disc, kMatchedLoadColour).empty());
 }
 
+// What the tube sees, made by hand: three swept points, the operating point at Γ = 0.2, two
+// harmonics and one load; the cursor on the middle swept point.
+InputView HandMadeView() {
+    InputView view;
+    view.referenceOhms = 1500;
+    view.c3AcrossLoad = true;
+    view.sweepGamma = {{-0.5, 0}, {0, 0.5}, {0.5, 0}, {NAN, NAN}};
+    view.operating.gamma = {0.2, 0};
+    view.harmonics = {{0, {}, {0, -0.6}}, {0, {}, {-0.9, 0}}};
+    view.loads = {{0, {}, {0, 0.3}}};
+    return view;
+}
+
+// The trace joins the swept points it can (not the one without a figure); the VSWR circle runs
+// through the operating point; harmonics are ringed and numbered from 2; the cursor's point is
+// a cross; the caption names the plate load and the C3 the analysis leaves out.
+TEST(InputSmithChart, MarksTheTraceTheOperatingPointTheHarmonicsAndTheCursor) {
+    Surface surface(4000, 4300);
+    DrawInputSmithChart(surface, kBox, HandMadeView(), 1);
+    const auto trace = OpsOf(surface, DrawOp::Kind::Line, kInputTraceColour);
+    ASSERT_EQ(trace.size(), 2u);
+    EXPECT_NEAR(trace[0].x1, kCentre - kRadius / 2, 0.5);
+    EXPECT_NEAR(trace[0].y2, kCentre - kRadius / 2, 0.5);
+    EXPECT_NEAR(trace[1].x2, kCentre + kRadius / 2, 0.5);
+    const auto circle = OpsOf(surface, DrawOp::Kind::Arc, kSwrCircleColour);
+    ASSERT_EQ(circle.size(), 1u);
+    EXPECT_NEAR(circle[0].radius, 0.2 * kRadius, 0.5);
+    const auto operating = OpsOf(surface, DrawOp::Kind::Disc, kOperatingPointColour);
+    ASSERT_EQ(operating.size(), 1u);
+    EXPECT_NEAR(operating[0].x1, kCentre + 0.2f * kRadius, 0.5);
+    const auto rings = OpsOf(surface, DrawOp::Kind::Arc, kHarmonicPointColour);
+    ASSERT_EQ(rings.size(), 2u);
+    EXPECT_NEAR(rings[0].y1, kCentre + 0.6f * kRadius, 0.5);
+    EXPECT_NEAR(rings[1].x1, kCentre - 0.9f * kRadius, 0.5);
+    ASSERT_NE(TextOp(surface, "2"), nullptr);
+    ASSERT_NE(TextOp(surface, "3"), nullptr);
+    const auto loads = OpsOf(surface, DrawOp::Kind::Disc, kMatchedLoadColour);
+    ASSERT_EQ(loads.size(), 1u);
+    EXPECT_NEAR(loads[0].y1, kCentre - 0.3f * kRadius, 0.5);
+    const auto cursor = OpsOf(surface, DrawOp::Kind::Line, kCursorPointColour);
+    ASSERT_EQ(cursor.size(), 2u);
+    EXPECT_NEAR((cursor[0].x1 + cursor[0].x2) / 2, kCentre, 0.5);
+    EXPECT_NEAR(cursor[0].y1, kCentre - kRadius / 2, 0.5);
+    EXPECT_NE(TextOp(surface, "normalised to 1500 ohms, C3 across the load included"), nullptr);
+
+    Surface without(4000, 4300);
+    DrawInputSmithChart(without, kBox, HandMadeView(), std::nullopt);
+    EXPECT_TRUE(OpsOf(without, DrawOp::Kind::Line, kCursorPointColour).empty());
+}
+
+// A pointer finds the swept point nearest to it on the chart, none well off the rim.
+TEST(InputSmithChart, APointerFindsTheNearestSweptPoint) {
+    const InputView view = HandMadeView();
+    EXPECT_EQ(NearestSweptPoint(kBox, view, kCentre + 0.45f * kRadius, kCentre), 2u);
+    EXPECT_EQ(NearestSweptPoint(kBox, view, kCentre + 0.1f * kRadius, kCentre - 0.9f * kRadius),
+              1u);
+    EXPECT_EQ(NearestSweptPoint(kBox, view, kCentre, kCentre + 1.2f * kRadius), std::nullopt);
+}
+
 }  // namespace
 }  // namespace varo
