@@ -20,6 +20,7 @@ constexpr float kDiscRadius = 45;
 constexpr float kCrossHalf = 55;
 constexpr float kLabelGap = 90;
 constexpr float kLoadDotRadius = 25;
+constexpr float kCrowdedMarks = 200;   // marks closer than this share a label
 constexpr double kOffRimSlack = 0.05;  // a pointer just beyond the rim still finds the trace
 constexpr double kFullTurn = 2 * std::numbers::pi;
 
@@ -167,13 +168,30 @@ void DrawTrace(Surface& surface, const Placer& at, const std::vector<Complex>& g
     }
 }
 
+// Harmonics often crowd by the rim's short-circuit end: a mark close to an earlier one adds its
+// number to that one's label ("2, 3, 4") instead of writing over it.
 void DrawHarmonics(Surface& surface, const Placer& at, const std::vector<InputPoint>& harmonics) {
+    struct Label {
+        float x, y;
+        std::string text;
+    };
+    std::vector<Label> labels;
     for (std::size_t k = 0; k < harmonics.size(); ++k) {
         const Complex gamma = harmonics[k].gamma;
         const float x = at.X(gamma.re), y = at.Y(gamma.im);
         surface.Arc(x, y, kDiscRadius, 0, kFullTurn, kHarmonicPointColour);
-        DrawLabel(surface, at.place, x, y, std::to_string(k + 2), kHarmonicPointColour);
+        const std::string number = std::to_string(k + 2);
+        const auto near = std::ranges::find_if(labels, [&](const Label& label) {
+            return std::hypot(label.x - x, label.y - y) < kCrowdedMarks;
+        });
+        if (near != labels.end()) {
+            near->text += ", " + number;
+        } else {
+            labels.push_back({x, y, number});
+        }
     }
+    for (const Label& label : labels)
+        DrawLabel(surface, at.place, label.x, label.y, label.text, kHarmonicPointColour);
 }
 
 void DrawCursorPoint(Surface& surface, const Placer& at, Complex gamma) {

@@ -41,6 +41,13 @@ QRect SurfaceWidget::LogicalToWidget(const QRectF& logical) const {
     return QRect(left, top, right - left, bottom - top);
 }
 
+QPointF SurfaceWidget::WidgetToLogical(const QPointF& point) const {
+    const QRectF picture = PictureRect();
+    if (picture.isEmpty()) return {};
+    return {(point.x() - picture.x()) * surface_->width() / picture.width(),
+            (point.y() - picture.y()) * surface_->height() / picture.height()};
+}
+
 int SurfaceWidget::ScaledFontPixels(qreal pointSize) const {
     const qreal logicalUnits = pointSize * kUnitsPerPoint;
     const qreal scale = PictureRect().height() / surface_->height();

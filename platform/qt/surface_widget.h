@@ -34,6 +34,9 @@ class SurfaceWidget : public QWidget {
 
     // A logical rectangle in this widget's pixels at its current size.
     QRect LogicalToWidget(const QRectF& logical) const;
+    // A point of the widget in the surface's logical units (outside the picture where the
+    // point is beside it).
+    QPointF WidgetToLogical(const QPointF& point) const;
 
     // Keeps `control` (a child of this widget) at `logical`; a font size in points, as laid
     // out on the logical space (one point is kUnitsPerPoint units), scales with the height.

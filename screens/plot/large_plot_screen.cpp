@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <numbers>
 
+#include "core/chain_matrix.h"
 #include "core/fault.h"
 #include "core/network.h"
 #include "core/numtext.h"
@@ -20,6 +22,7 @@ constexpr float kReadoutRowStep = 200;
 constexpr float kReadoutHeaderY = 7390;
 constexpr float kReturnShownDownTo = -100;
 constexpr float kVswrShownUpTo = 1000;
+constexpr double kKnobStepFactor = 1.002;
 
 struct ReadoutColumn {
     float x;
@@ -148,17 +151,84 @@ std::optional<float> CursorFrequency(const SweepTable& sweep, float logicalX) {
     return static_cast<float>(std::exp(logStart + fraction * (logStop - logStart)));
 }
 
+std::optional<float> CursorX(const SweepTable& sweep, float frequency) {
+    if (!(sweep.start > 0) || !(sweep.stop > sweep.start) || !(frequency > 0)) return std::nullopt;
+    const PlotArea& area = kLargePlotFrame.area;
+    const double fraction = std::log(frequency / static_cast<double>(sweep.start)) /
+                            std::log(sweep.stop / static_cast<double>(sweep.start));
+    return static_cast<float>(area.left + fraction * area.width());
+}
+
+std::optional<std::size_t> SweptIndexNear(const SweepTable& sweep, float frequency) {
+    if (sweep.size() == 0) return std::nullopt;
+    return NearestIndex(sweep.frequency, frequency);
+}
+
 std::string CursorReadoutText(const SweepTable& s, const OverlayCurves& overlays, float logicalX) {
     const auto frequency = CursorFrequency(s, logicalX);
-    if (!frequency || s.size() == 0) return {};
-    const std::size_t i = NearestIndex(s.frequency, *frequency);
+    if (!frequency) return {};
+    return CursorReadoutTextAt(s, overlays, *frequency);
+}
+
+std::string CursorReadoutTextAt(const SweepTable& s, const OverlayCurves& overlays,
+                                float frequency) {
+    if (s.size() == 0) return {};
+    const std::size_t i = NearestIndex(s.frequency, frequency);
     // Every figure with the plot's own sign: return loss negative, as its scale and the overlay.
-    return HertzText(*frequency) + "\nTransmission: " + Rounded(s.transmissionDb[i], 2) +
+    return HertzText(frequency) + "\nTransmission: " + Rounded(s.transmissionDb[i], 2) +
            " dB\nReturn loss re " + OhmsText(s.referenceOhms) + ": " + Rounded(s.returnDb[i], 2) +
            " dB\nVSWR: " + Rounded(s.vswr[i], 3) + "\n|Zin|: " + OhmsText(s.zMagnitude[i]) +
            "\nZ angle: " + Rounded(s.zAngleDeg[i], 1) + "\u00B0" +
-           OverlayLine("S21", overlays[0], *frequency) +
-           OverlayLine("S11", overlays[1], *frequency);
+           OverlayLine("S21", overlays[0], frequency) + OverlayLine("S11", overlays[1], frequency);
+}
+
+double KnobFactor(int position) {
+    return std::pow(kKnobStepFactor, position);
+}
+
+int KnobPosition(double factor) {
+    if (!(factor > 0)) return 0;
+    const long steps = std::lround(std::log(factor) / std::log(kKnobStepFactor));
+    return static_cast<int>(std::clamp<long>(steps, -kKnobSteps, kKnobSteps));
+}
+
+std::string KnobValueText(const DesignState& state, TankPart part, double factor) {
+    const bool inductor = part == TankPart::L1 || part == TankPart::L2;
+    std::string value;
+    if (inductor) {
+        value = FormatHenry(PartOf(state, part));
+    } else if (part == TankPart::C2 && state.intermediateR > state.loadR) {
+        value = "C2 + C3 " + FormatFarad(StoreSingle(static_cast<double>(state.C2) + state.C3));
+    } else {
+        value = FormatFarad(PartOf(state, part));
+    }
+    const double percent = (factor - 1) * 100;
+    const std::string change = Rounded(percent, 1);
+    return value + ", " + (percent > 0 && change != "0" ? "+" : "") + change + " %";
+}
+
+std::string TubeViewHeading(const DesignState& state) {
+    return "What the tube sees at " + HertzText(state.frequency);
+}
+
+std::vector<std::string> TubeViewLines(const InputView& view) {
+    const Complex z = view.operating.z, gamma = view.operating.gamma;
+    const double angle = std::atan2(gamma.im, gamma.re) * 180 / std::numbers::pi;
+    std::vector<std::string> lines{
+        "Input impedance: " + Rounded(z.re, 1) + (z.im < 0 ? " - j" : " + j") +
+            Rounded(std::fabs(z.im), 1) + " \u03A9",
+        "Reflection re " + OhmsText(view.referenceOhms) + ": " +
+            Rounded(std::sqrt(SquaredMagnitude(gamma)), 3) + " at " + Rounded(angle, 1) + "\u00B0",
+        "VSWR: " +
+            (std::isfinite(view.Vswr()) ? Rounded(view.Vswr(), 2) : std::string("infinite"))};
+    if (view.plateCurrent && view.loadWatts) {
+        lines.push_back("Plate current, fundamental: " + Rounded(*view.plateCurrent, 3) +
+                        " A peak");
+        lines.push_back("Power into the load: " + Rounded(*view.loadWatts, 1) + " W");
+    } else {
+        lines.push_back("Plate current and power: the design has no plate swing or RF power");
+    }
+    return lines;
 }
 
 }  // namespace varo

@@ -3,10 +3,12 @@
 #include <QDateTime>
 #include <QDir>
 #include <QFileInfo>
+#include <QHBoxLayout>
 #include <QKeySequence>
 #include <QLabel>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QPalette>
 #include <QPushButton>
 #include <QScopedValueRollback>
 #include <QScreen>
@@ -16,10 +18,12 @@
 #include "export/sweep_csv.h"
 #include "export/touchstone.h"
 #include "model/pictures/large_plot.h"
+#include "model/pictures/smith_chart.h"
 #include "platform/qt/screen_helpers.h"
 #include "platform/qt/surface_widget.h"
 #include "platform/system.h"
 #include "screens/plot/qt/plot_exports.h"
+#include "screens/plot/qt/tuning_panel.h"
 #include "session/program_text.h"
 
 namespace varo {
@@ -65,6 +69,34 @@ class PlotCursorLayer : public QWidget {
 
 namespace {
 
+// Tells where the pointer is over a widget, and when it leaves.
+class PointerWatcher : public QObject {
+  public:
+    PointerWatcher(QWidget& watched, std::function<void(QPointF)> moved, std::function<void()> left)
+        : QObject(&watched), moved_(std::move(moved)), left_(std::move(left)) {
+        watched.setMouseTracking(true);
+        watched.installEventFilter(this);
+    }
+
+  protected:
+    bool eventFilter(QObject*, QEvent* event) override {
+        if (event->type() == QEvent::MouseMove)
+            moved_(static_cast<QMouseEvent*>(event)->position());
+        if (event->type() == QEvent::Leave) left_();
+        return false;
+    }
+
+  private:
+    std::function<void(QPointF)> moved_;
+    std::function<void()> left_;
+};
+
+// The Smith chart covers the dB plot with its scales, up to the readout table, and has that
+// shape.
+constexpr float kSmithLeft = 1700, kSmithTop = 760, kSmithRight = 11400, kSmithBottom = 7300;
+constexpr float kSmithWidth = kSmithRight - kSmithLeft;
+constexpr float kSmithHeight = kSmithBottom - kSmithTop;
+
 // The left column: the parts the nudges change, the buttons, the legend and the cursor readout.
 constexpr float kColumnLeft = 100;
 constexpr float kColumnRight = 1650;  // up to the dB scale's labels
@@ -99,14 +131,19 @@ FrmPlot::FrmPlot(Design& design, Dialogs& dialogs, std::function<void()> returnT
     setObjectName("frmPlot");
     setWindowTitle(FromText(ScreenCaption("Large Plot screen")));
     background_ = new SurfaceWidget(kLargePlotScreenWidth, kLargePlotScreenHeight, this);
+    tuning_ = new TuningPanel(this);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(background_);
+    auto* plotAndKnobs = new QHBoxLayout;
+    plotAndKnobs->addWidget(background_, 1);
+    plotAndKnobs->addWidget(tuning_);
+    layout->addLayout(plotAndKnobs);
     AddStatusLine(*this);
     BuildControls();
     ConnectCommands();
-    setMinimumSize(600, 450);
-    FitToScreen(*this, QSize(1200, 900));
+    BuildTuning();
+    setMinimumSize(600 + tuning_->width(), 450);
+    FitToScreen(*this, QSize(1200 + tuning_->width(), 900));
     summary_->setText(FromText(LargePlotSummary(design_.state())));
     RedrawLargePlot();
 }
@@ -188,13 +225,35 @@ void FrmPlot::BuildControls() {
               "Return to the design screen", QKeySequence(Qt::Key_Escape));
 
     cursorLayer_ = new PlotCursorLayer(
-        background_, [this](float x) { MoveCursorTo(x); },
-        [this] {
-            cursorLayer_->ShowLineAt(std::nullopt);
-            cursorReadout_->clear();
-        });
+        background_, [this](float x) { MoveCursorTo(x); }, [this] { ShowCursorAt(std::nullopt); });
     const PlotArea& area = kLargePlotFrame.area;
     background_->Place(cursorLayer_, LogicalBox(area.left, area.top, area.right, area.bottom));
+}
+
+// The knobs' column, and the Smith chart lying over the plot area while it is switched on.
+void FrmPlot::BuildTuning() {
+    tuning_->knobTurned = [this](TankPart part, int position) {
+        RunAction([this, part, position] { TuneAndRedraw(part, position); });
+    };
+    tuning_->backToDesignValues = [this] { RunAction([this] { BackToDesignValues(); }); };
+    tuning_->smithSwitched = [this](bool shown) { ShowSmith(shown); };
+    smith_ = new SurfaceWidget(kSmithWidth, kSmithHeight, background_);
+    smith_->setObjectName("picSmith");
+    smith_->setAccessibleName("Smith chart of the input impedance");
+    smith_->SetFit(SurfaceFit::KeepAspect);
+    background_->Place(smith_, LogicalBox(kSmithLeft, kSmithTop, kSmithRight, kSmithBottom));
+    QPalette white = smith_->palette();
+    white.setColor(QPalette::Window, Qt::white);
+    smith_->setPalette(white);
+    smith_->setAutoFillBackground(true);
+    smith_->setVisible(false);
+    new PointerWatcher(
+        *smith_,
+        [this](QPointF at) {
+            const QPointF logical = smith_->WidgetToLogical(at);
+            MoveSmithCursorTo(static_cast<float>(logical.x()), static_cast<float>(logical.y()));
+        },
+        [this] { ShowCursorAt(std::nullopt); });
 }
 
 void FrmPlot::OnClick(const char* name, std::function<void()> action) {
@@ -232,6 +291,8 @@ float FrmPlot::ScreenHeightTwips() const {
     return static_cast<float>(shown->geometry().height() * 1440.0 / shown->logicalDotsPerInchY());
 }
 
+// The curves, the readout rows and every value shown follow the design as it now stands; the
+// cursor stays where it was and reads the new curves.
 void FrmPlot::RedrawLargePlot() {
     Surface& surface = background_->surface();
     surface.Clear();
@@ -241,13 +302,62 @@ void FrmPlot::RedrawLargePlot() {
         legend->setVisible(false);
     DrawLargePlot(surface, design_.state(), design_.results(), ScreenHeightTwips());
     parts_->setText(FromText(NudgedPartsText(design_.state())));
-    cursorLayer_->ShowLineAt(std::nullopt);
-    cursorReadout_->clear();
+    ShowTuning();
+    ShowCursorAt(cursorFrequency_);
     background_->update();
+}
+
+void FrmPlot::ShowTuning() {
+    const DesignState& state = design_.state();
+    for (const KnobSpec& knob : kKnobs) {
+        const double factor = design_.TuningFactor(knob.part);
+        tuning_->ShowKnob(knob.part, KnobPosition(factor),
+                          FromText(KnobValueText(state, knob.part, factor)));
+    }
+    tuning_->ShowTuned(design_.Tuned());
+    QStringList lines;
+    if (const auto& view = design_.results().input) {
+        for (const std::string& line : TubeViewLines(*view))
+            lines.push_back(FromText(line));
+    } else {
+        lines.push_back(QStringLiteral("The network cannot be analysed at this frequency."));
+    }
+    tuning_->ShowTube(FromText(TubeViewHeading(state)), lines);
+}
+
+void FrmPlot::DrawSmith() {
+    Surface& surface = smith_->surface();
+    surface.Clear();
+    const auto& view = design_.results().input;
+    if (view) {
+        const auto index = cursorFrequency_
+                               ? SweptIndexNear(design_.results().sweep, *cursorFrequency_)
+                               : std::nullopt;
+        DrawInputSmithChart(surface, ChartBox{0, 0, kSmithWidth, kSmithHeight}, *view, index);
+    }
+    smith_->update();
 }
 
 void FrmPlot::NudgeAndRedraw(Nudge nudge) {
     if (design_.NudgePart(nudge, reporter_)) RedrawLargePlot();
+}
+
+void FrmPlot::TuneAndRedraw(TankPart part, int position) {
+    if (design_.TunePart(part, KnobFactor(position), reporter_)) RedrawLargePlot();
+}
+
+void FrmPlot::BackToDesignValues() {
+    design_.RestoreDesignValues();
+    RedrawLargePlot();
+}
+
+void FrmPlot::ShowSmith(bool shown) {
+    smith_->setVisible(shown);
+    cursorLayer_->setVisible(!shown);
+    if (shown) {
+        smith_->raise();
+        DrawSmith();
+    }
 }
 
 void FrmPlot::GetOverlays() {
@@ -281,8 +391,11 @@ void FrmPlot::ShowOverlayLegend(std::int16_t curve) {
 void FrmPlot::ExportPicture() {
     const auto path = dialogs_.AskSaveFileName(PictureSaveRequest());
     if (!path) return;
-    WritePictureFile(PictureForExport(surface(), LargePlotSummary(design_.state())), *path,
-                     dialogs_);
+    // What is shown: the dB plot with the screen's summary, or the Smith chart as it stands.
+    const Surface picture = smith_->isVisible()
+                                ? smith_->surface()
+                                : PictureForExport(surface(), LargePlotSummary(design_.state()));
+    WritePictureFile(picture, *path, dialogs_);
 }
 
 void FrmPlot::ExportSweep() {
@@ -300,10 +413,33 @@ void FrmPlot::ExportTouchstone() {
     WriteTouchstoneFile(*design, *path, dialogs_);
 }
 
+const Surface& FrmPlot::smithSurface() const {
+    return smith_->surface();
+}
+
 void FrmPlot::MoveCursorTo(float logicalX) {
-    const std::string text = CursorReadoutText(design_.results().sweep, overlays_, logicalX);
-    cursorLayer_->ShowLineAt(text.empty() ? std::nullopt : std::optional<float>(logicalX));
+    ShowCursorAt(CursorFrequency(design_.results().sweep, logicalX));
+}
+
+void FrmPlot::MoveSmithCursorTo(float logicalX, float logicalY) {
+    const auto& view = design_.results().input;
+    const SweepTable& sweep = design_.results().sweep;
+    const auto index = view ? NearestSweptPoint(ChartBox{0, 0, kSmithWidth, kSmithHeight}, *view,
+                                                logicalX, logicalY)
+                            : std::nullopt;
+    ShowCursorAt(index && *index < sweep.size() ? std::optional(sweep.frequency[*index])
+                                                : std::nullopt);
+}
+
+// The readout and the line on the plot (or the cross on the Smith chart) for a frequency of
+// the sweep; nothing hides them.
+void FrmPlot::ShowCursorAt(std::optional<float> frequency) {
+    const SweepTable& sweep = design_.results().sweep;
+    const std::string text = frequency ? CursorReadoutTextAt(sweep, overlays_, *frequency) : "";
+    cursorFrequency_ = text.empty() ? std::nullopt : frequency;
+    cursorLayer_->ShowLineAt(cursorFrequency_ ? CursorX(sweep, *cursorFrequency_) : std::nullopt);
     cursorReadout_->setText(FromText(text));
+    if (smith_->isVisible()) DrawSmith();
 }
 
 }  // namespace varo

@@ -17,6 +17,7 @@ namespace varo {
 
 class SurfaceWidget;
 class PlotCursorLayer;
+class TuningPanel;
 
 // The large plot screen: the response of the design over the sweep with its readout table,
 // buttons that nudge C3 and L2, saved curves drawn over it, a live cursor and the exports. Every
@@ -37,6 +38,11 @@ class FrmPlot : public QWidget {
 
     // The cursor at a logical X of the picture, as a mouse over the plot puts it there.
     void MoveCursorTo(float logicalX);
+    // The cursor at the swept point nearest a point of the Smith chart's surface, as a mouse
+    // over the chart puts it there.
+    void MoveSmithCursorTo(float logicalX, float logicalY);
+    // What the Smith chart shows (drawn whether or not it is switched on).
+    const Surface& smithSurface() const;
 
   private:
     void BuildControls();
@@ -53,7 +59,14 @@ class FrmPlot : public QWidget {
     // event loop) is dropped.
     void RunAction(const std::function<void()>& action);
     void RedrawLargePlot();
+    void ShowTuning();
+    void DrawSmith();
+    void ShowCursorAt(std::optional<float> frequency);
     void NudgeAndRedraw(Nudge nudge);
+    void TuneAndRedraw(TankPart part, int position);
+    void BackToDesignValues();
+    void ShowSmith(bool shown);
+    void BuildTuning();
     void GetOverlays();
     void ExportPicture();
     void ExportSweep();
@@ -72,6 +85,9 @@ class FrmPlot : public QWidget {
     QLabel* parts_ = nullptr;
     QLabel* cursorReadout_ = nullptr;
     std::array<QLabel*, 2> overlayLegends_{};  // transmission, return
+    TuningPanel* tuning_ = nullptr;
+    SurfaceWidget* smith_ = nullptr;
+    std::optional<float> cursorFrequency_;
     ActionGate actions_{*this};
 };
 
