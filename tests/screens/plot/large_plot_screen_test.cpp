@@ -76,5 +76,53 @@ TEST(CursorReadout, ShowsTheCursorFrequencyAndTheNearestPointsFigures) {
         EXPECT_EQ(CursorReadoutText(sweep, {}, x), text) << x;
 }
 
+// 3 % is 14.8 steps of 0.2 %: 15; the knob stops at twice (or half) the design value.
+TEST(Knobs, PositionsCountStepsOfAFifthOfAPercent) {
+    const std::pair<double, int> cases[] = {{1, 0},     {1.03, 15},        {1 / 1.03, -15},
+                                            {1.002, 1}, {100, kKnobSteps}, {0.001, -kKnobSteps},
+                                            {0, 0},     {NAN, 0}};
+    for (const auto& [factor, position] : cases)
+        EXPECT_EQ(KnobPosition(factor), position) << factor;
+    EXPECT_NEAR(KnobFactor(kKnobSteps), 2.0, 0.02);
+}
+
+// The value under each knob, with its change from the design value; the loading knob of a
+// network whose C3 stands at the midpoint names the two capacitors together.
+TEST(Knobs, ValueTextsNameThePartAndItsChange) {
+    DesignState state;
+    state.C1 = 227.626e-12f;
+    state.C2 = 494.23e-12f;
+    state.C3 = 304.172e-12f;
+    state.L2 = 4.56258e-6f;
+    state.intermediateR = 300;
+    state.loadR = 50;
+    EXPECT_EQ(KnobValueText(state, TankPart::C1, 1.03), "227.626pF, +3 %");
+    EXPECT_EQ(KnobValueText(state, TankPart::L2, 1), "4.56258uH, 0 %");
+    EXPECT_EQ(KnobValueText(state, TankPart::C2, 0.958), "C2 + C3 798.402pF, -4.2 %");
+    state.loadR = 100;  // the L section steps up: C3 stands across the load
+    EXPECT_EQ(KnobValueText(state, TankPart::C2, 1.0004), "494.23pF, 0 %");
+}
+
+// What the tube sees, from figures made by hand: 1162.1 - j72.2 ohms against 1500 ohms is
+// gamma = (-337.9 - j72.2) / (2662.1 - j72.2) = 0.1298 at -166.4 degrees, VSWR 1.298.
+TEST(TubeView, LinesGiveTheImpedanceTheReflectionAndThePlatesFigures) {
+    InputView view;
+    view.referenceOhms = 1500;
+    view.operating.z = {1162.1, -72.2};
+    view.operating.gamma = Reflection(view.operating.z, 1500);
+    EXPECT_EQ(
+        TubeViewLines(view),
+        (std::vector<std::string>{"Input impedance: 1162.1 - j72.2 \u03A9",
+                                  "Reflection re 1.5 k\u03A9: 0.13 at -166.4\u00B0", "VSWR: 1.3",
+                                  "Plate current and power: the design has no plate "
+                                  "swing or RF power"}));
+    view.plateCurrent = 1.8216;
+    view.loadWatts = 1928.84;
+    const auto lines = TubeViewLines(view);
+    ASSERT_EQ(lines.size(), 5u);
+    EXPECT_EQ(lines[3], "Plate current, fundamental: 1.822 A peak");
+    EXPECT_EQ(lines[4], "Power into the load: 1928.8 W");
+}
+
 }  // namespace
 }  // namespace varo

@@ -2,17 +2,24 @@
 
 #include <gtest/gtest.h>
 
+#include <QAccessible>
+#include <QAccessibleValueInterface>
+#include <QApplication>
 #include <QDate>
+#include <QDial>
 #include <QImage>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
 #include <QSvgRenderer>
+#include <QWheelEvent>
 #include <filesystem>
 #include <memory>
 
 #include "core/design_fixture.h"
 #include "core/numtext.h"
 #include "model/pictures/response_plot.h"
+#include "model/pictures/smith_chart.h"
 #include "support/temp_folder.h"
 
 namespace varo {
@@ -122,6 +129,92 @@ TEST_F(FrmPlotTest, ExportsWhatIsShown) {
     EXPECT_EQ(dialogs.messages(),
               std::vector<std::string>{"A picture file name ends in .png or .svg"});
     EXPECT_FALSE(std::filesystem::exists(folder.File("plot.bmp")));
+}
+
+void Key(QWidget* target, int key) {
+    QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier);
+    QApplication::sendEvent(target, &press);
+}
+
+void WheelUp(QWidget* target) {
+    const QPointF middle(target->width() / 2.0, target->height() / 2.0);
+    QWheelEvent wheel(middle, target->mapToGlobal(middle), {}, QPoint(0, 120), Qt::NoButton,
+                      Qt::NoModifier, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(target, &wheel);
+}
+
+// Every way of turning a knob tunes the part from its design value in 0.2 % steps (a wheel
+// notch is the desktop's three lines, Page Up 3 %, Home the design value); the value shown, the
+// curves and what the tube sees follow each step, the cursor stays and reads the new curves, a
+// nudge moves its knob too, and "Back to design values" puts every part back.
+TEST_F(FrmPlotTest, KnobsTuneLiveAndComeBackToTheDesignValues) {
+    auto* c1 = form->findChild<QDial*>("dialC1");
+    auto* back = form->findChild<QPushButton*>("cmdDesignValues");
+    ASSERT_TRUE(c1 && back);
+    EXPECT_FALSE(back->isEnabled());
+    const float designC1 = state->C1;
+    form->MoveCursorTo(6000);
+    const QString cursorBefore = Caption("lblCursor");
+    const QString tubeBefore = Caption("lblTubeImpedance");
+    const int wheelSteps = QApplication::wheelScrollLines();  // one notch
+    const struct {
+        std::function<void()> turn;
+        int position;
+    } steps[] = {
+        {[&] { Key(c1, Qt::Key_Up); }, 1},
+        {[&] { Key(c1, Qt::Key_PageUp); }, 16},
+        {[&] { WheelUp(c1); }, 16 + wheelSteps},
+        {[&] { Key(c1, Qt::Key_Home); }, 0},
+        {[&] { QAccessible::queryAccessibleInterface(c1)->valueInterface()->setCurrentValue(-10); },
+         -10},
+    };
+    for (const auto& step : steps) {
+        step.turn();
+        EXPECT_EQ(c1->value(), step.position);
+        EXPECT_EQ(state->C1, static_cast<float>(designC1 * std::pow(1.002, step.position)));
+        EXPECT_EQ(Caption("lblC1Value").toStdString(),
+                  KnobValueText(*state, TankPart::C1, design.TuningFactor(TankPart::C1)));
+    }
+    EXPECT_TRUE(back->isEnabled());
+    EXPECT_NE(Caption("lblTubeImpedance"), tubeBefore);
+    EXPECT_NE(Caption("lblCursor"), cursorBefore);
+    EXPECT_EQ(Caption("lblCursor").toStdString(),
+              CursorReadoutTextAt(design.results().sweep, {},
+                                  *CursorFrequency(design.results().sweep, 6000)));
+    Press("cmdLLup");
+    EXPECT_EQ(form->findChild<QDial*>("dialL2")->value(), 15);  // 3 % in 0.2 % steps
+    Press("cmdDesignValues");
+    EXPECT_EQ(state->C1, designC1);
+    EXPECT_EQ(c1->value(), 0);
+    EXPECT_EQ(form->findChild<QDial*>("dialL2")->value(), 0);
+    EXPECT_FALSE(back->isEnabled());
+    EXPECT_EQ(Caption("lblTubeImpedance"), tubeBefore);
+    EXPECT_TRUE(dialogs.events().empty());
+}
+
+// The Smith chart takes the dB plot's place and back; a pointer on it puts the cursor on the
+// nearest swept point, and Export writes the chart while it is shown.
+TEST_F(FrmPlotTest, TheSmithChartStandsInForTheDbPlot) {
+    auto* smith = form->findChild<QWidget*>("picSmith");
+    EXPECT_FALSE(smith->isVisible());
+    Press("cmdSmith");
+    EXPECT_TRUE(smith->isVisible());
+    EXPECT_EQ(form->findChild<QPushButton*>("cmdSmith")->text(), "dB plot");
+    const auto traced = [&] {
+        return std::ranges::count_if(form->smithSurface().ops(), [](const DrawOp& op) {
+            return op.kind == Kind::Line && op.colour == kInputTraceColour;
+        });
+    };
+    EXPECT_GT(traced(), 1000);
+    form->MoveSmithCursorTo(4850, 3120);  // the chart middle: the swept point nearest 3.9 MHz
+    EXPECT_NEAR(Caption("lblCursor").section(' ', 0, 0).toDouble(), 3.9, 0.01)
+        << Caption("lblCursor").toStdString();
+    dialogs.AnswerNextSave(folder.File("smith.svg"));
+    Press("cmdExportPlot");
+    EXPECT_NE(ReadBytes(folder.File("smith.svg")).find("normalised to 1500 ohms"),
+              std::string::npos);
+    Press("cmdSmith");
+    EXPECT_FALSE(smith->isVisible());
 }
 
 }  // namespace
