@@ -99,7 +99,7 @@ TEST(Knobs, ValueTextsNameThePartAndItsChange) {
     EXPECT_EQ(KnobValueText(state, TankPart::C1, 1.03), "227.626pF, +3 %");
     EXPECT_EQ(KnobValueText(state, TankPart::L2, 1), "4.56258uH, 0 %");
     EXPECT_EQ(KnobValueText(state, TankPart::C2, 0.958), "C2 + C3 798.402pF, -4.2 %");
-    state.loadR = 100;  // the L section steps up: C3 stands across the load
+    state.intermediateR = 30;  // the L section steps up: C3 stands across the load
     EXPECT_EQ(KnobValueText(state, TankPart::C2, 1.0004), "494.23pF, 0 %");
 }
 
