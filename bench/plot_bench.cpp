@@ -9,6 +9,7 @@
 #include "core/numtext.h"
 #include "model/design.h"
 #include "model/pictures/large_plot.h"
+#include "model/pictures/smith_chart.h"
 #include "platform/qt/replay.h"
 #include "screens/plot/large_plot_screen.h"
 #include "session/last_session.h"
@@ -107,6 +108,67 @@ void BM_LargePlotCursorReadout(benchmark::State& run) {
     }
 }
 BENCHMARK(BM_LargePlotCursorReadout)->Unit(benchmark::kMicrosecond);
+
+// The Smith chart of what the tube sees, as the screen draws it: its surface has the shape of
+// the plot it stands in for; the cursor on a swept point.
+constexpr ChartBox kSmithBox{0, 0, 9700, 6540};
+
+void DrawSmith(Surface& smith, const InputView& view) {
+    smith.Clear();
+    DrawInputSmithChart(smith, kSmithBox, view, view.sweepGamma.size() / 2);
+}
+
+// One step of a knob, end to end: C1 set (alternately 0.2 % up and back), ladder, sweep,
+// readout analyses and what the tube sees, then the shown picture's display list rebuilt and
+// replayed onto 1600 x 1200. Argument 0: the dB plot is shown; 1: the Smith chart.
+void BM_TuningStep(benchmark::State& run) {
+    LargePlot plot;
+    if (!plot.ok) run.SkipWithError("the default design did not compute");
+    const bool smithShown = run.range(0) == 1;
+    Surface smith(kSmithBox.right, kSmithBox.bottom);
+    smith.SetTextMeasure(&QtTextMeasure());
+    bool up = true;
+    for (auto _ : run) {
+        plot.design.TunePart(TankPart::C1, up ? 1.002 : 1, plot.reporter);
+        plot.design.SweepAsLaidOut(plot.reporter);
+        plot.Redraw();
+        if (smithShown) DrawSmith(smith, *plot.design.results().input);
+        const Surface& shown = smithShown ? smith : plot.surface;
+        QImage image = RenderSurface(shown, QSize(1600, 1200), 1, SurfaceFit::KeepAspect);
+        benchmark::DoNotOptimize(image.constBits());
+        up = !up;
+    }
+    if (plot.reporter.messages != 0) run.SkipWithError("a step reported a fault");
+}
+BENCHMARK(BM_TuningStep)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
+
+// The Smith chart's display list alone: grid, the 2001-point trace, the marks.
+void BM_SmithChartDisplayList(benchmark::State& run) {
+    LargePlot plot;
+    if (!plot.ok || !plot.design.results().input) run.SkipWithError("no input view");
+    Surface smith(kSmithBox.right, kSmithBox.bottom);
+    smith.SetTextMeasure(&QtTextMeasure());
+    for (auto _ : run) {
+        DrawSmith(smith, *plot.design.results().input);
+        benchmark::DoNotOptimize(smith.ops().data());
+    }
+    run.counters["ops"] = static_cast<double>(smith.ops().size());
+}
+BENCHMARK(BM_SmithChartDisplayList)->Unit(benchmark::kMicrosecond);
+
+// The Smith chart painted onto 1600 x 1200, shape kept: grid, trace and marks.
+void BM_SmithChartReplay(benchmark::State& run) {
+    LargePlot plot;
+    if (!plot.ok || !plot.design.results().input) run.SkipWithError("no input view");
+    Surface smith(kSmithBox.right, kSmithBox.bottom);
+    smith.SetTextMeasure(&QtTextMeasure());
+    DrawSmith(smith, *plot.design.results().input);
+    for (auto _ : run) {
+        QImage image = RenderSurface(smith, QSize(1600, 1200), 1, SurfaceFit::KeepAspect);
+        benchmark::DoNotOptimize(image.constBits());
+    }
+}
+BENCHMARK(BM_SmithChartReplay)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 }  // namespace varo

@@ -42,9 +42,12 @@ struct Placer {
     float Length(double gamma) const { return static_cast<float>(gamma) * place.radius; }
 };
 
+// From its leftmost point round: every grid circle starts somewhere else, so no two of them
+// join into one stroke at Γ = 1 (a stroke of many joined circles is slow to paint).
 void DrawFullCircle(Surface& surface, const Placer& at, double centreRe, double radius,
                     Colour colour) {
-    surface.Arc(at.X(centreRe), at.Y(0), at.Length(radius), 0, kFullTurn, colour);
+    surface.Arc(at.X(centreRe), at.Y(0), at.Length(radius), std::numbers::pi,
+                std::numbers::pi + kFullTurn, colour);
 }
 
 // The circle of reactance x (normalised) has its centre at 1 + j/x and radius 1/|x|; inside the
@@ -66,11 +69,12 @@ void DrawReactanceArc(Surface& surface, const Placer& at, double x) {
 void DrawGrid(Surface& surface, const Placer& at) {
     DrawFullCircle(surface, at, 0, 1, kSmithGridColour);
     surface.Line(at.X(-1), at.Y(0), at.X(1), at.Y(0), kSmithGridColour);
-    // Resistance r: centre r / (1 + r), radius 1 / (1 + r).
-    for (const double r : kGridResistances)
-        DrawFullCircle(surface, at, r / (1 + r), 1 / (1 + r), kSmithGridColour);
-    for (const double x : kGridReactances) {
+    // Resistance r: centre r / (1 + r), radius 1 / (1 + r). Each sits between an arc that ends
+    // at Γ = 1 and one that starts there, which would otherwise join.
+    for (std::size_t i = 0; i < kGridResistances.size(); ++i) {
+        const double r = kGridResistances[i], x = kGridReactances[i];
         DrawReactanceArc(surface, at, x);
+        DrawFullCircle(surface, at, r / (1 + r), 1 / (1 + r), kSmithGridColour);
         DrawReactanceArc(surface, at, -x);
     }
 }

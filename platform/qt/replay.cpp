@@ -282,6 +282,16 @@ class Replayer {
     void Arc(const DrawOp& op) {
         constexpr double kDegreesPerRadian = 180.0 / std::numbers::pi;
         const QRectF bounds(op.x1 - op.radius, op.y1 - op.radius, 2.0 * op.radius, 2.0 * op.radius);
+        // Arcs that meet end to end (a coil's turns, the generator's wave) share one stroke, so
+        // their joints are not painted twice; any other arc starts a stroke of its own, as one
+        // path of many separate arcs (a chart's grid) paints several times slower.
+        QPainterPath ends;
+        ends.arcMoveTo(bounds, op.startAngle * kDegreesPerRadian);
+        const QPointF start = ends.currentPosition();
+        ends.arcMoveTo(bounds, op.endAngle * kDegreesPerRadian);
+        const QPointF end = ends.currentPosition();
+        if (!strokes_.isEmpty() && !Touches(start) && !Touches(end)) Flush();
+        lastArcEnds_ = {start, end};
         strokes_.arcMoveTo(bounds, op.startAngle * kDegreesPerRadian);
         strokes_.arcTo(bounds, op.startAngle * kDegreesPerRadian,
                        (op.endAngle - op.startAngle) * kDegreesPerRadian);
@@ -297,8 +307,16 @@ class Replayer {
         painter_.drawText(anchor, flags, QString::fromStdString(op.text));
     }
 
+    // Whether a point is an end of the last arc of the stroke being gathered.
+    bool Touches(QPointF point) const {
+        constexpr qreal kJoinedUnits = 0.5;
+        return QLineF(point, lastArcEnds_.first).length() < kJoinedUnits ||
+               QLineF(point, lastArcEnds_.second).length() < kJoinedUnits;
+    }
+
     const Surface& surface_;
     QPainter& painter_;
+    std::pair<QPointF, QPointF> lastArcEnds_;
     float lineWidth_ = 1;
     qreal minimumWidth_ = 0;
     QPointF devicePixelsPerUnit_;

@@ -101,7 +101,8 @@ TEST(SmithChart, DrawsTheSwrCircleTheWorstCasesAndTheCaption) {
 // The grid: the rim, five resistance circles and ten reactance arcs. The x = +1 circle has its
 // centre at Γ = 1 + j (3940, 60 on the surface) and radius 1; inside the rim it runs from its
 // left point (Γ = j, angle π) down to its bottom (Γ = 1, angle 3π/2). x = -1 is its mirror image,
-// from π/2 to π about 1 - j. The r = 1 circle is centred at Γ = 1/2 with radius 1/2.
+// from π/2 to π about 1 - j. The r = 1 circle is centred at Γ = 1/2 with radius 1/2, drawn from
+// its leftmost point.
 TEST(SmithChart, TheGridIsClippedToTheRim) {
     Surface surface(4000, 4300);
     DrawSmithChart(surface, kBox, LoadRangeResult{}, 50);
@@ -116,7 +117,7 @@ TEST(SmithChart, TheGridIsClippedToTheRim) {
     };
     EXPECT_TRUE(has(kCentre + kRadius, kCentre - kRadius, kRadius, kPi, 1.5 * kPi));
     EXPECT_TRUE(has(kCentre + kRadius, kCentre + kRadius, kRadius, kPi / 2, kPi));
-    EXPECT_TRUE(has(kCentre + kRadius / 2, kCentre, kRadius / 2, 0, 2 * kPi));
+    EXPECT_TRUE(has(kCentre + kRadius / 2, kCentre, kRadius / 2, kPi, 3 * kPi));
     // Every arc's middle lies inside the rim (an arc swept the wrong way runs outside it).
     for (const DrawOp& arc : grid) {
         const double middle = (arc.startAngle + arc.endAngle) / 2;
