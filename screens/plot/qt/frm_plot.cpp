@@ -354,6 +354,9 @@ void FrmPlot::BackToDesignValues() {
 void FrmPlot::ShowSmith(bool shown) {
     smith_->setVisible(shown);
     cursorLayer_->setVisible(!shown);
+    // The curves' legend names the dB plot's colours.
+    for (const char* legend : {"lblTransmission", "lblReturn"})
+        findChild<QLabel*>(legend)->setVisible(!shown);
     if (shown) {
         smith_->raise();
         DrawSmith();
