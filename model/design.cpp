@@ -276,6 +276,10 @@ void Design::KeepDesignValues() {
 }
 
 bool Design::TunePart(TankPart part, double factor, Reporter& reporter) {
+    // A design that could not be worked out has no value to turn from.
+    const double designValue =
+        designValues_ ? (*designValues_)[static_cast<int>(part)] : PartOf(*state_, part);
+    if (!(designValue > 0)) return false;
     KeepDesignValues();
     // Where C3 stands beside C2 at the midpoint the two are one loading capacitor: the knob
     // turns both.
