@@ -131,16 +131,17 @@ FrmPlot::FrmPlot(Design& design, Dialogs& dialogs, std::function<void()> returnT
     setObjectName("frmPlot");
     setWindowTitle(FromText(ScreenCaption("Large Plot screen")));
     background_ = new SurfaceWidget(kLargePlotScreenWidth, kLargePlotScreenHeight, this);
-    tuning_ = new TuningPanel(this);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     auto* plotAndKnobs = new QHBoxLayout;
     plotAndKnobs->addWidget(background_, 1);
-    plotAndKnobs->addWidget(tuning_);
     layout->addLayout(plotAndKnobs);
     AddStatusLine(*this);
     BuildControls();
     ConnectCommands();
+    // Made after the plot's own controls, so that Tab reaches the knobs after the left column.
+    tuning_ = new TuningPanel(this);
+    plotAndKnobs->addWidget(tuning_);
     BuildTuning();
     setMinimumSize(600 + tuning_->width(), 450);
     FitToScreen(*this, QSize(1200 + tuning_->width(), 900));
