@@ -214,6 +214,7 @@ TEST_F(DesignTest, KnobsTuneFromTheDesignValuesUntilTheNextRecalculation) {
     EXPECT_EQ(results().components, ComponentValues::Of(state()));
 
     design->TunePart(TankPart::L1, 0.5, reporter);
+    Type({{F::Q, "10"}});  // new design values: the knobs count from them
     design->Accept(form, dialogs, reporter);
     EXPECT_FALSE(design->Tuned());
     EXPECT_EQ(design->TuningFactor(TankPart::L1), 1);
