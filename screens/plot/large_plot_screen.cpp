@@ -198,7 +198,7 @@ std::string KnobValueText(const DesignState& state, TankPart part, double factor
     if (inductor) {
         value = FormatHenry(PartOf(state, part));
     } else if (part == TankPart::C2 && state.intermediateR > state.loadR) {
-        value = "C2 + C3 " + FormatFarad(StoreSingle(static_cast<double>(state.C2) + state.C3));
+        value = "C2 + C3 " + FormatFarad(state.C2 + state.C3);
     } else {
         value = FormatFarad(PartOf(state, part));
     }
