@@ -34,7 +34,7 @@ void RejectLeftOvers(const CLI::App& app) {
 
 }  // namespace
 
-Arguments Arguments::Parse(const std::vector<std::string>& words, const OptionSpec& options) {
+Arguments Arguments::Parse(const std::vector<std::string>& words, const OptionTable& options) {
     CLI::App app;
     app.set_help_flag();  // the commands print their own usage
     app.allow_extras();

@@ -15,7 +15,7 @@ class UsageError : public std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
-struct OptionSpec {
+struct OptionTable {
     std::set<std::string> valued;  // options that take a value: "--frequency"
     std::set<std::string> flags;   // options that stand alone: "--json"
 };
@@ -24,7 +24,7 @@ struct OptionSpec {
 // second form lets a value begin with "-".
 class Arguments {
   public:
-    static Arguments Parse(const std::vector<std::string>& words, const OptionSpec& options);
+    static Arguments Parse(const std::vector<std::string>& words, const OptionTable& options);
 
     std::optional<std::string> Value(const std::string& name) const;
     std::string Required(const std::string& name) const;

@@ -19,8 +19,8 @@ namespace {
 
 constexpr double kPico = 1e-12;
 
-OptionSpec BandOptions() {
-    OptionSpec options{kDesignEntryOptions, {"--json", "--csv", "--help"}};
+OptionTable BandOptions() {
+    OptionTable options{kDesignEntryOptions, {"--json", "--csv", "--help"}};
     options.valued.insert(kBandPlanOptions.begin(), kBandPlanOptions.end());
     options.valued.insert("--pdf");
     return options;

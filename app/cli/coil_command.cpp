@@ -13,7 +13,7 @@ namespace varo::cli {
 
 namespace {
 
-const OptionSpec kCoilOptions{
+const OptionTable kCoilOptions{
     {"--inductance", "--diameter", "--length", "--turns", "--gauge", "--frequency"},
     {"--cm", "--json", "--help"}};
 

@@ -19,8 +19,8 @@ namespace varo::cli {
 
 namespace {
 
-OptionSpec DesignOptions() {
-    OptionSpec options{kDesignEntryOptions, {"--json", "--help"}};
+OptionTable DesignOptions() {
+    OptionTable options{kDesignEntryOptions, {"--json", "--help"}};
     options.valued.insert({"--sweep-csv", "--ltspice", "--quarn", "--overlay-dir", "--save-session",
                            "--pdf", "--open", "--save"});
     return options;

@@ -48,7 +48,7 @@ std::optional<std::array<std::string, 3>> ReadWinding(const Arguments& args, int
 
 }  // namespace
 
-OptionSpec WithDesignExtras(OptionSpec options) {
+OptionTable WithDesignExtras(OptionTable options) {
     options.valued.insert(
         {"--spice", "--touchstone", "--coil-q", "--capacitor-q", "--l1-winding", "--l2-winding"});
     options.flags.insert("--losses");

@@ -24,7 +24,7 @@ struct DesignExtras {
 };
 
 // The design command's options with those of the extras added.
-OptionSpec WithDesignExtras(OptionSpec options);
+OptionTable WithDesignExtras(OptionTable options);
 
 // Reads the options. A Q of 0 or less, or a Touchstone name that ends in neither .s2p nor .s1p,
 // is a usage mistake (UsageError).

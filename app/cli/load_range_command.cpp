@@ -19,8 +19,8 @@ namespace {
 
 constexpr double kPico = 1e-12;
 
-OptionSpec LoadRangeOptions() {
-    OptionSpec options{kDesignEntryOptions, {"--json", "--csv", "--help"}};
+OptionTable LoadRangeOptions() {
+    OptionTable options{kDesignEntryOptions, {"--json", "--csv", "--help"}};
     options.valued.insert(kBandPlanOptions.begin(), kBandPlanOptions.end());
     options.valued.insert({"--load-z", "--load-s1p", "--swr", "--phases"});
     return options;

@@ -10,7 +10,7 @@ namespace varo::cli {
 
 namespace {
 
-const OptionSpec kPlateLoadOptions{{"--swing", "--power", "--class"}, {"--json", "--help"}};
+const OptionTable kPlateLoadOptions{{"--swing", "--power", "--class"}, {"--json", "--help"}};
 
 ClassOption ClassOptionNamed(const std::optional<std::string>& name) {
     if (!name) return ClassOption::None;

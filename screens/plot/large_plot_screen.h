@@ -66,15 +66,15 @@ inline constexpr int kKnobCoarseStep = 15;
 double KnobFactor(int position);
 int KnobPosition(double factor);
 
-struct KnobSpec {
+struct KnobControl {
     TankPart part;
     const char* name;     // the control's object name
     const char* caption;  // what the knob tunes, its spoken name too
 };
-inline constexpr KnobSpec kKnobs[] = {{TankPart::C1, "dialC1", "C1 (tune)"},
-                                      {TankPart::C2, "dialC2", "C2 (load)"},
-                                      {TankPart::L1, "dialL1", "L1"},
-                                      {TankPart::L2, "dialL2", "L2"}};
+inline constexpr KnobControl kKnobs[] = {{TankPart::C1, "dialC1", "C1 (tune)"},
+                                         {TankPart::C2, "dialC2", "C2 (load)"},
+                                         {TankPart::L1, "dialL1", "L1"},
+                                         {TankPart::L2, "dialL2", "L2"}};
 
 // A knob's value: "227.626pF, +3.0 %"; the loading knob of a network whose C3 stands at the
 // midpoint names the two together: "C2 + C3 798.4pF, -1.2 %".

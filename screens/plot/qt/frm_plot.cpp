@@ -310,7 +310,7 @@ void FrmPlot::RedrawLargePlot() {
 
 void FrmPlot::ShowTuning() {
     const DesignState& state = design_.state();
-    for (const KnobSpec& knob : kKnobs) {
+    for (const KnobControl& knob : kKnobs) {
         const double factor = design_.TuningFactor(knob.part);
         tuning_->ShowKnob(knob.part, KnobPosition(factor),
                           FromText(KnobValueText(state, knob.part, factor)));

@@ -88,9 +88,9 @@ TuningPanel::TuningPanel(QWidget* parent) : QWidget(parent) {
 }
 
 QDial* TuningPanel::AddKnob(QGridLayout& grid, int index) {
-    const KnobSpec& spec = kKnobs[index];
+    const KnobControl& knob = kKnobs[index];
     auto* dial = new TuningKnob(this);
-    dial->setObjectName(spec.name);
+    dial->setObjectName(knob.name);
     dial->setRange(-kKnobSteps, kKnobSteps);
     dial->setSingleStep(kKnobFineStep);
     dial->setPageStep(kKnobCoarseStep);
@@ -98,21 +98,21 @@ QDial* TuningPanel::AddKnob(QGridLayout& grid, int index) {
     dial->setWrapping(false);
     dial->setFocusPolicy(Qt::StrongFocus);
     dial->setMinimumSize(fontMetrics().height() * 4, fontMetrics().height() * 4);
-    dial->setAccessibleName(QString::fromLatin1(spec.caption));
+    dial->setAccessibleName(QString::fromLatin1(knob.caption));
     dial->setAccessibleDescription(
         tr("Arrow keys 0.2 %, Page Up and Page Down 3 %, Home the design value"));
-    auto* caption = new QLabel(QString::fromLatin1(spec.caption), this);
+    auto* caption = new QLabel(QString::fromLatin1(knob.caption), this);
     caption->setBuddy(dial);
     caption->setAlignment(Qt::AlignHCenter);
     auto* value = new QLabel(this);
-    value->setObjectName(QString::fromLatin1(spec.name).replace("dial", "lbl") + "Value");
+    value->setObjectName(QString::fromLatin1(knob.name).replace("dial", "lbl") + "Value");
     value->setAlignment(Qt::AlignHCenter);
     value->setWordWrap(true);
     const int row = (index / kKnobColumns) * 3, col = index % kKnobColumns;
     grid.addWidget(caption, row, col);
     grid.addWidget(dial, row + 1, col, Qt::AlignHCenter);
     grid.addWidget(value, row + 2, col);
-    connect(dial, &QDial::valueChanged, this, [this, part = spec.part](int position) {
+    connect(dial, &QDial::valueChanged, this, [this, part = knob.part](int position) {
         if (knobTurned) knobTurned(part, position);
     });
     knobs_[index] = dial;
