@@ -239,15 +239,16 @@ bool Design::NudgePart(Nudge nudge, Reporter& reporter) {
     const bool up = nudge == Nudge::CapacitorUp || nudge == Nudge::InductorUp;
     float& part = capacitor ? state_->C3 : state_->L2;
     const double changed = up ? part * kNudgeFactor : part / kNudgeFactor;
+    float nudged = 0;
     try {
-        part = StoreSingle(changed);
+        nudged = StoreSingle(changed);
     } catch (const ArithmeticFault&) {
         reporter.ShowMessage(std::string(capacitor ? "C3" : "L2") +
                              " cannot be changed any further; it keeps its value.");
         return false;
     }
     KeepDesignValues();
-    part = StoreSingle(changed);  // checked above
+    part = nudged;
     SetupLadder(*state_);
     if (nudge == Nudge::InductorUp) RunGuarded(reporter, [&] { SweepRoutine(*state_, reporter); });
     SettleChangedParts();
