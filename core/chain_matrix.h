@@ -3,6 +3,8 @@
 // Complex numbers and chain (ABCD) matrices of a ladder of lossy series inductors and shunt
 // capacitors: what the ladder analysis, the tank-loss analysis and the S-parameter export share.
 
+#include <cmath>
+
 namespace varo {
 
 // A plain complex number: the ordinary formulas, without the library's special-value handling
@@ -35,6 +37,10 @@ inline Complex operator/(Complex a, Complex b) {
     const double scale = SquaredMagnitude(b);
     const Complex product = a * Conjugate(b);
     return {product.re / scale, product.im / scale};
+}
+
+inline bool IsFinite(Complex z) {
+    return std::isfinite(z.re) && std::isfinite(z.im);
 }
 
 // The reflection of an impedance against a real reference resistance.

@@ -13,10 +13,6 @@ namespace {
 constexpr int kFirstHarmonicShown = 2;
 constexpr int kLastHarmonicShown = 5;
 
-bool Finite(Complex z) {
-    return std::isfinite(z.re) && std::isfinite(z.im);
-}
-
 class InputCalculator {
   public:
     InputCalculator(const DesignState& state, double referenceOhms)
@@ -26,7 +22,7 @@ class InputCalculator {
         const double omega = 2 * std::numbers::pi * frequency;
         const Complex z = InputImpedance(TankChainMatrix(network_, omega, 0, 0), zLoad);
         const Complex gamma = Reflection(z, referenceOhms_);
-        if (!Finite(z) || !Finite(gamma)) return std::nullopt;
+        if (!IsFinite(z) || !IsFinite(gamma)) return std::nullopt;
         return InputPoint{frequency, z, gamma};
     }
 

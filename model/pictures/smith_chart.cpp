@@ -160,31 +160,28 @@ void DrawSmithChart(Surface& surface, const ChartBox& box, const LoadRangeResult
 
 namespace {
 
-bool Finite(Complex z) {
-    return std::isfinite(z.re) && std::isfinite(z.im);
-}
-
 void DrawTrace(Surface& surface, const Placer& at, const std::vector<Complex>& gammas) {
     for (std::size_t i = 1; i < gammas.size(); ++i) {
         const Complex a = gammas[i - 1], b = gammas[i];
-        if (Finite(a) && Finite(b))
+        if (IsFinite(a) && IsFinite(b))
             surface.Line(at.X(a.re), at.Y(a.im), at.X(b.re), at.Y(b.im), kInputTraceColour);
     }
 }
 
 // Harmonics often crowd by the rim's short-circuit end: a mark close to an earlier one adds its
 // number to that one's label ("2, 3, 4") instead of writing over it.
-void DrawHarmonics(Surface& surface, const Placer& at, const std::vector<InputPoint>& harmonics) {
+void DrawHarmonics(Surface& surface, const Placer& at, const std::vector<InputPoint>& harmonics,
+                   double fundamental) {
     struct Label {
         float x, y;
         std::string text;
     };
     std::vector<Label> labels;
-    for (std::size_t k = 0; k < harmonics.size(); ++k) {
-        const Complex gamma = harmonics[k].gamma;
+    for (const InputPoint& harmonic : harmonics) {
+        const Complex gamma = harmonic.gamma;
         const float x = at.X(gamma.re), y = at.Y(gamma.im);
         surface.Arc(x, y, kDiscRadius, 0, kFullTurn, kHarmonicPointColour);
-        const std::string number = std::to_string(k + 2);
+        const std::string number = std::to_string(std::lround(harmonic.frequency / fundamental));
         const auto near = std::ranges::find_if(labels, [&](const Label& label) {
             return std::hypot(label.x - x, label.y - y) < kCrowdedMarks;
         });
@@ -216,10 +213,10 @@ void DrawInputSmithChart(Surface& surface, const ChartBox& box, const InputView&
     DrawFullCircle(surface, at, 0, std::sqrt(SquaredMagnitude(operating)), kSwrCircleColour);
     for (const InputPoint& load : view.loads)
         surface.Disc(at.X(load.gamma.re), at.Y(load.gamma.im), kLoadDotRadius, kMatchedLoadColour);
-    DrawHarmonics(surface, at, view.harmonics);
+    DrawHarmonics(surface, at, view.harmonics, view.operating.frequency);
     surface.Disc(at.X(operating.re), at.Y(operating.im), kDiscRadius, kOperatingPointColour);
     if (cursorIndex && *cursorIndex < view.sweepGamma.size() &&
-        Finite(view.sweepGamma[*cursorIndex]))
+        IsFinite(view.sweepGamma[*cursorIndex]))
         DrawCursorPoint(surface, at, view.sweepGamma[*cursorIndex]);
 }
 

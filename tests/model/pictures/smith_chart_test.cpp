@@ -135,8 +135,8 @@ InputView HandMadeView() {
     view.referenceOhms = 1500;
     view.c3AcrossLoad = true;
     view.sweepGamma = {{-0.5, 0}, {0, 0.5}, {0.5, 0}, {NAN, NAN}};
-    view.operating.gamma = {0.2, 0};
-    view.harmonics = {{0, {}, {0, -0.6}}, {0, {}, {-0.9, 0}}};
+    view.operating = {3.9e6, {}, {0.2, 0}};
+    view.harmonics = {{7.8e6, {}, {0, -0.6}}, {11.7e6, {}, {-0.9, 0}}};
     view.loads = {{0, {}, {0, 0.3}}};
     return view;
 }
