@@ -50,7 +50,11 @@ QPointF SurfaceWidget::WidgetToLogical(const QPointF& point) const {
 
 int SurfaceWidget::ScaledFontPixels(qreal pointSize) const {
     const qreal logicalUnits = pointSize * kUnitsPerPoint;
-    const qreal scale = PictureRect().height() / surface_->height();
+    // By the height, unless a stretched picture is narrower than its shape: then by the width,
+    // so that a caption still fits the control laid out for it.
+    const QRectF picture = PictureRect();
+    const qreal scale =
+        std::min(picture.height() / surface_->height(), picture.width() / surface_->width());
     return std::max(1, static_cast<int>(std::lround(logicalUnits * scale)));
 }
 

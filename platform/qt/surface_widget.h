@@ -14,8 +14,9 @@ namespace varo {
 
 // A screen's background: its drawing surface laid over the widget (stretched over all of it, or
 // with its shape kept), with the screen's controls placed on top at logical (twip) rectangles
-// that scale the same way. Fonts of placed controls scale with the picture's height, so a
-// resized window keeps its look. The surface measures its text with the replay's fonts.
+// that scale the same way. Fonts of placed controls scale with the picture's height (its width
+// where a stretched picture is narrower than its shape), so a resized window keeps its look. The
+// surface measures its text with the replay's fonts.
 class SurfaceWidget : public QWidget {
     Q_OBJECT
 
@@ -43,7 +44,7 @@ class SurfaceWidget : public QWidget {
     // A size of 0 leaves the control's font alone.
     void Place(QWidget* control, const QRectF& logical, qreal pointSize = 0);
 
-    // The pixel size a font of `pointSize` layout points has at the widget's current height.
+    // The pixel size a font of `pointSize` layout points has at the widget's current size.
     int ScaledFontPixels(qreal pointSize) const;
 
   protected:
